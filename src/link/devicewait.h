@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// How the link's worker waits: for bytes of the device, for a request that ends an idle wait, for the silent
+// gap. One object per SerialPort, which owns it; wait() and holdUntil() on the worker thread, wake() on any.
+#pragma once
+
+#include <QtGlobal>
+
+#include <chrono>
+#include <memory>
+
+class QSerialPort;
+
+class DeviceWait
+{
+public:
+    using Clock = std::chrono::steady_clock;
+
+    enum class Result {
+        Ready,    // bytes have arrived and can be read
+        TimedOut, // the time has passed, or the device has failed and the time has been waited out
+        Woken     // wake() was called; only where the caller allowed it
+    };
+
+    DeviceWait();
+    ~DeviceWait();
+    Q_DISABLE_COPY_MOVE(DeviceWait)
+
+    // Finishes what was written to the device, then waits up to milliseconds for bytes. A device that has
+    // failed or gone never makes this return early: a caller that loops can't spin.
+    Result wait(QSerialPort &device, int milliseconds, bool wakeable);
+
+    // Ends the present wakeable wait, or the next one if there is none.
+    void wake();
+
+    // Sleeps until the time given; returns at once if it has passed.
+    void holdUntil(Clock::time_point time);
+
+    // Asks the system for exact timers on the calling thread, where it offers that.
+    static void sharpenTimers();
+
+private:
+    struct Handles;
+    std::unique_ptr<Handles> handles;
+};

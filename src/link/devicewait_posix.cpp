@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Waits by poll() on the device's handle and on a wake-up pipe: nothing is polled in slices.
+#include "link/devicewait.h"
+
+#include <QSerialPort>
+
+#include <array>
+#include <cerrno>
+#include <ctime>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+#endif
+
+struct DeviceWait::Handles
+{
+    int readEnd = -1;
+    int writeEnd = -1;
+
+    // Waits for the pipe alone. True when it was written to.
+    bool waitForWake(Clock::time_point until, bool wakeable) const;
+    void takeWake() const;
+};
+
+namespace {
+
+timespec remaining(DeviceWait::Clock::time_point until)
+{
+    using namespace std::chrono;
+    auto left = duration_cast<nanoseconds>(until - DeviceWait::Clock::now());
+    if (left < nanoseconds::zero())
+        left = nanoseconds::zero();
+    timespec time{};
+    time.tv_sec = static_cast<time_t>(left.count() / 1000000000);
+    time.tv_nsec = static_cast<long>(left.count() % 1000000000);
+    return time;
+}
+
+bool isOver(DeviceWait::Clock::time_point until)
+{
+    return DeviceWait::Clock::now() >= until;
+}
+
+int pollUntil(pollfd *handles, nfds_t count, DeviceWait::Clock::time_point until)
+{
+#ifdef Q_OS_LINUX
+    const timespec time = remaining(until);
+    return ::ppoll(handles, count, &time, nullptr);
+#else
+    const timespec time = remaining(until);
+    return ::poll(handles, count, static_cast<int>(time.tv_sec * 1000 + (time.tv_nsec + 999999) / 1000000));
+#endif
+}
+
+} // namespace
+
+DeviceWait::DeviceWait()
+    : handles(std::make_unique<Handles>())
+{
+    std::array<int, 2> ends{{-1, -1}};
+    if (::pipe(ends.data()) != 0)
+        return;
+    for (const int end : ends) {
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+        ::fcntl(end, F_SETFL, O_NONBLOCK);
+    }
+    handles->readEnd = ends[0];
+    handles->writeEnd = ends[1];
+}
+
+DeviceWait::~DeviceWait()
+{
+    if (handles->readEnd >= 0)
+        ::close(handles->readEnd);
+    if (handles->writeEnd >= 0)
+        ::close(handles->writeEnd);
+}
+
+void DeviceWait::Handles::takeWake() const
+{
+    std::array<char, 64> bytes{};
+    while (::read(readEnd, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size())) {
+    }
+}
+
+bool DeviceWait::Handles::waitForWake(Clock::time_point until, bool wakeable) const
+{
+    while (!isOver(until)) {
+        pollfd wakeHandle{wakeable ? readEnd : -1, POLLIN, 0};
+        if (pollUntil(&wakeHandle, 1, until) > 0) {
+            takeWake();
+            return true;
+        }
+    }
+    return false;
+}
+
+DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, bool wakeable)
+{
+    const Clock::time_point until = Clock::now() + std::chrono::milliseconds(milliseconds);
+    if (device.bytesAvailable() > 0)
+        return Result::Ready;
+    for (;;) {
+        // What the device did not take at once is written as soon as it has room again.
+        if (device.bytesToWrite() > 0)
+            device.flush();
+        const short writing = device.bytesToWrite() > 0 ? POLLOUT : short(0);
+        std::array<pollfd, 2> polled{{{static_cast<int>(device.handle()), short(POLLIN | writing), 0},
+                                      {wakeable ? handles->readEnd : -1, POLLIN, 0}}};
+        const int ready = pollUntil(polled.data(), polled.size(), until);
+        if (ready < 0 && errno == EINTR)
+            continue;
+        if (ready <= 0)
+            return Result::TimedOut;
+        if (polled[0].revents & (POLLIN | POLLHUP | POLLERR | POLLNVAL)) {
+            if (device.waitForReadyRead(0) || device.bytesAvailable() > 0)
+                return Result::Ready;
+            // The device reports an end or an error at once and for ever; its share of the wait is kept.
+            return handles->waitForWake(until, wakeable) ? Result::Woken : Result::TimedOut;
+        }
+        if (polled[1].revents & POLLIN) {
+            handles->takeWake();
+            return Result::Woken;
+        }
+    }
+}
+
+void DeviceWait::wake()
+{
+    const char byte = 0;
+    // A full pipe holds a wake-up already.
+    [[maybe_unused]] const ssize_t written = ::write(handles->writeEnd, &byte, 1);
+}
+
+void DeviceWait::holdUntil(Clock::time_point time)
+{
+    while (!isOver(time)) {
+        const timespec left = remaining(time);
+        ::nanosleep(&left, nullptr);
+    }
+}
+
+void DeviceWait::sharpenTimers()
+{
+#ifdef Q_OS_LINUX
+    // The default slack of 50 microseconds would be added to every gap.
+    ::prctl(PR_SET_TIMERSLACK, 1000UL, 0UL, 0UL, 0UL);
+#endif
+}

@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "parameter/parametercode.h"
+
+#include "link/framecodec.h"
+#include "parameter/parametergroups.h"
+
+#include <QFile>
+#include <QSet>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr int registersPerGroup = 100;
+constexpr int shortCodeLength = 6;
+
+const QLatin1String hexPrefix("0x");
+const QLatin1String zeroOffsetUnit("6.03mv"); // its point is no scale
+
+bool hasPoint(const QString &text)
+{
+    return text.contains(QLatin1Char('.'));
+}
+
+bool isHundredths(const QString &unit, const QString &min, const QString &max)
+{
+    return unit.contains(QLatin1String("0.01")) || min.contains(QLatin1String(".00")) ||
+           max.contains(QLatin1String(".00"));
+}
+
+// Fraction digits that a reply of this row is shown with.
+int fractionDigits(const QString &unit, const QString &min, const QString &max)
+{
+    if (unit == zeroOffsetUnit || !(hasPoint(min) || hasPoint(max) || hasPoint(unit)))
+        return 0;
+    if (isHundredths(unit, min, max))
+        return 2;
+    return unit.contains(QLatin1String("0.001")) ? 3 : 1;
+}
+
+int encodeFactor(const QString &code, const QString &unit, const QString &min, const QString &max)
+{
+    if (unit.contains(QLatin1String("0.1")) && code != QLatin1String("Pn-638"))
+        return 10;
+    if (isHundredths(unit, min, max))
+        return 100;
+    return unit.contains(QLatin1String("0.001")) ? 1000 : 10;
+}
+
+qint32 truncated(double value)
+{
+    if (!std::isfinite(value))
+        return 0;
+    return static_cast<qint32>(
+        qBound<double>(std::numeric_limits<qint32>::min(), value, std::numeric_limits<qint32>::max()));
+}
+
+} // namespace
+
+int registerOf(const QString &code)
+{
+    return code.midRef(3, 1).toInt(nullptr, 16) * registersPerGroup + code.midRef(4, 2).toInt();
+}
+
+ParameterPlace placeOfOffset(int offset)
+{
+    ParameterPlace place;
+    if (offset >= 0 && offset < parameterGroupCount * registersPerGroup) {
+        place.group = offset / registersPerGroup;
+        place.number = offset % registersPerGroup;
+    }
+    return place;
+}
+
+QString shortCode(const QString &code)
+{
+    return code.left(shortCodeLength);
+}
+
+QStringList readDoubleAddressList(const QString &path)
+{
+    QStringList codes;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return codes;
+    while (!file.atEnd())
+        codes.append(QString::fromLatin1(file.readLine()).trimmed());
+    return codes;
+}
+
+bool isDouble(const QString &code)
+{
+    static const QStringList lines = readDoubleAddressList(QStringLiteral(":/config/config/address.txt"));
+    static const QSet<QString> codes(lines.begin(), lines.end());
+    return codes.contains(code);
+}
+
+QByteArray encodeValue(const QString &code, const QString &hexMark, const QString &valueText,
+                       const QString &unit, const QString &min, const QString &max)
+{
+    const int width = isDouble(code) ? 4 : 2;
+    if (valueText.contains(hexPrefix) || hexMark == QLatin1String("H")) {
+        QString digits = valueText;
+        digits.remove(hexPrefix);
+        return fitBytes(QByteArray::fromHex(digits.toLatin1()), width);
+    }
+
+    double value = valueText.toDouble();
+    const bool scaled =
+        (hasPoint(unit) || hasPoint(max) || hasPoint(min)) && !unit.contains(QLatin1String("6.03"));
+    if (scaled) {
+        value *= encodeFactor(code, unit, min, max);
+        // Only what is above zero is rounded; the drive's other tools do the same, and it is wanted.
+        if (value > 0)
+            value += 0.5;
+    }
+    const QString digits = QString::number(truncated(value), 16);
+    return fitBytes(QByteArray::fromHex(digits.toLatin1()), width);
+}
+
+QString decodeValue(const QString &replyHex, const QString &hexMark, const QString &unit, const QString &min,
+                    const QString &max)
+{
+    const QString text = replyHex.toUpper();
+    if (hexMark == QLatin1String("H") || max.contains(hexPrefix))
+        return hexPrefix + text;
+
+    const quint64 raw = text.toULongLong(nullptr, 16);
+    // A row that begins at -300 is the one kind of signed 16-bit value; all others show the raw number.
+    const qint32 number =
+        min.toInt() == -300 ? static_cast<qint16>(raw & 0xFFFF) : static_cast<qint32>(raw & 0xFFFFFFFF);
+    switch (fractionDigits(unit, min, max)) {
+    case 1:
+        return QString::number(number * 0.1, 'f', 1);
+    case 2:
+        return QString::number(number * 0.01, 'f', 2);
+    case 3:
+        return QString::number(number * 0.001, 'f', 3);
+    default:
+        return QString::number(number);
+    }
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Rules from a parameter's code and its row's texts to the wire and back: register, width, fixed point.
+// Pure functions; any thread.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+// Register offset of a code "Pn-XYY": group digit X read in hexadecimal, times 100, plus YY read in decimal.
+// The group is 100 registers wide, so Pn-A04 is 1004. Whatever text stands in the code is taken as it is.
+int registerOf(const QString &code);
+
+// Where a reply belongs: the group and the number within it of a register offset.
+struct ParameterPlace
+{
+    int group = -1; // 0 to 11, or -1 when no group of the editor holds the offset
+    int number = 0; // 0 to 99
+};
+ParameterPlace placeOfOffset(int offset);
+
+// The first six characters, by which a row and its register are named; of a pair, the first code.
+QString shortCode(const QString &code);
+
+// Lines of a list of 32-bit codes, trimmed: address.txt and its like under :/config/config.
+QStringList readDoubleAddressList(const QString &path);
+
+// True when the six-character code stands in address.txt: two registers, high word first.
+bool isDouble(const QString &code);
+
+// Display text to the bytes of a write frame, two for a 16-bit parameter and four for a 32-bit one, high byte
+// first. hexMark is the row's "H" or empty. A text that is no number gives 0; one beyond 32 bits the nearest
+// 32-bit number.
+QByteArray encodeValue(const QString &code, const QString &hexMark, const QString &valueText,
+                       const QString &unit, const QString &min, const QString &max);
+
+// The data bytes of a reply, as hexadecimal text, to the display text of a row.
+QString decodeValue(const QString &replyHex, const QString &hexMark, const QString &unit, const QString &min,
+                    const QString &max);

@@ -1,0 +1,301 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "parameter/parametereditor.h"
+
+#include "link/framecodec.h"
+#include "link/serialport.h"
+#include "parameter/parametercode.h"
+#include "parameter/parameterframes.h"
+#include "parameter/parametergroups.h"
+#include "parameter/parameterpagelist.h"
+#include "parameter/parametertable.h"
+#include "parameter/readxmlthread.h"
+#include "shell/applanguage.h"
+#include "widgets/messages.h"
+
+#include <QCloseEvent>
+#include <QProgressDialog>
+#include <QSettings>
+#include <QSplitter>
+#include <QStackedWidget>
+
+namespace {
+
+constexpr int replyTimeout = 1000; // ms
+constexpr int equalReadBacks = 3;
+
+// Shared by all editors of the process, and kept when a transfer ends with a time-out.
+quint16 readProgress = 0;
+quint16 writeProgress = 0;
+quint8 confirmCount = 0;
+
+const QLatin1String linkName("Editor");
+const QLatin1String splitterKey("splitterSizes");
+
+} // namespace
+
+ParameterEditor::ParameterEditor(QWidget *parent)
+    : QScrollArea(parent)
+{
+    for (int i = 0; i < parameterGroupCount; ++i)
+        pageCodeLists.append(QStringList());
+    doubleAddressList = readDoubleAddressList(QStringLiteral(":/config/config/address.txt"));
+
+    replyTimer.setInterval(replyTimeout);
+    connect(&replyTimer, &QTimer::timeout, this, &ParameterEditor::readWriteTimeout);
+    buildWindow();
+    loadCatalogue();
+}
+
+ParameterEditor::~ParameterEditor()
+{
+    readXmlThread->requestInterruption();
+    readXmlThread->wait();
+}
+
+QString ParameterEditor::title()
+{
+    return tr("Parameter Editor");
+}
+
+void ParameterEditor::loadCatalogue()
+{
+    readXmlThread = new ReadXmlThread(this);
+    connect(readXmlThread, &ReadXmlThread::readXml, this, &ParameterEditor::readXml);
+    connect(readXmlThread, &QThread::finished, this, &ParameterEditor::readXmlFinished);
+    readXmlThread->start();
+}
+
+void ParameterEditor::readXml(int index, QStringList values, QStringList description)
+{
+    if (index < 0 || index >= pages.size())
+        return;
+    pages.at(index)->rowDescriptions.append(description);
+    pages.at(index)->addRow(values);
+    pageCodeLists[index].append(values.value(1));
+}
+
+void ParameterEditor::readXmlFinished()
+{
+    pageList->setCurrentRow(1);
+}
+
+void ParameterEditor::communicationLostSlot() {}
+
+void ParameterEditor::listWidgetcurrentRowChanged(int index)
+{
+    if (index > 0)
+        pageStack->setCurrentIndex(index - 1);
+}
+
+void ParameterEditor::listWidgetClicked(QModelIndex index)
+{
+    if (index.row() == 0)
+        pageList->toggleFold();
+}
+
+bool ParameterEditor::isRegisterPair(const QString &code) const
+{
+    return doubleAddressList.contains(shortCode(code));
+}
+
+void ParameterEditor::send(const QByteArray &frame)
+{
+    emit writeToSerialPort(frame, linkName);
+    lastRegisterBytes = frame.mid(2, 2);
+}
+
+void ParameterEditor::handleBaseParameter(QByteArray b)
+{
+    replyTimer.stop();
+    switch (requestState) {
+    case StateReadCurrent:
+        showReplyInTable(b, false);
+        break;
+    case StateReadPage:
+        showReplyInTable(b, true);
+        if (!readQueue.isEmpty())
+            readQueue.removeFirst();
+        sendNextRead();
+        break;
+    case StateWritePage:
+        readRAM(b);
+        break;
+    case StateVerifyWrite:
+        compareReadBack(b);
+        break;
+    default:
+        break;
+    }
+}
+
+void ParameterEditor::showReplyInTable(const QByteArray &reply, bool follow)
+{
+    const int offset = lastRegisterBytes.toHex().toInt(nullptr, 16) - ramBase;
+    const ParameterPlace place = placeOfOffset(offset);
+    if (place.group < 0)
+        return;
+    if (follow)
+        pageList->setCurrentRow(place.group + 1);
+    pages.at(place.group)->showReply(place.number, replyData(reply));
+}
+
+void ParameterEditor::readCurrentParameter(QStringList dataList)
+{
+    replyTimer.start();
+    requestState = StateReadCurrent;
+    const QString code = dataList.value(0);
+    send(parameterReadFrame(code, isRegisterPair(code)));
+}
+
+void ParameterEditor::writeCurrentParameterToServo(QStringList dataList, bool isWriteRAM)
+{
+    replyTimer.start();
+    requestState = StateWriteCurrent;
+    send(parameterWriteFrame(dataList, isWriteRAM ? ramBase : eepromBase));
+}
+
+void ParameterEditor::showProgress(const QString &label, int total)
+{
+    if (!progressDialog->isHidden())
+        return;
+    progressDialog->setRange(0, total + 1);
+    progressDialog->setLabelText(label);
+    progressDialog->show();
+}
+
+void ParameterEditor::readPageSlt()
+{
+    if (!SerialPort::portOpened)
+        return;
+    for (const QStringList &codes : qAsConst(pageCodeLists))
+        readQueue.append(codes);
+    readTotal = readQueue.size();
+    requestState = StateReadPage;
+    sendNextRead();
+}
+
+void ParameterEditor::sendNextRead()
+{
+    if (readQueue.isEmpty()) {
+        finishRead();
+        return;
+    }
+    replyTimer.start();
+    showProgress(tr("Reading..."), readTotal);
+    progressDialog->setValue(++readProgress);
+    // A page read goes by the full code of the catalogue, and there the tilde marks a pair.
+    const QString code = readQueue.first();
+    send(parameterReadFrame(code, code.contains(QLatin1Char('~'))));
+}
+
+void ParameterEditor::finishRead()
+{
+    replyTimer.stop();
+    progressDialog->close();
+    showMessage(tr("Parameters reading completed"));
+    readProgress = 0;
+}
+
+void ParameterEditor::writePageSlt()
+{
+    writeQueue.clear();
+    writeTotal = 0;
+    requestState = StateWritePage;
+    for (const ParameterTable *page : qAsConst(pages)) {
+        for (int row = 0; row < page->rowCount(); ++row) {
+            if (!page->isLeftOutOfWrites(row))
+                writeQueue.append(page->writeRecord(row));
+        }
+    }
+    writeTotal = writeQueue.size();
+    sendNextWrite();
+}
+
+void ParameterEditor::sendNextWrite()
+{
+    replyTimer.start();
+    showProgress(tr("Writing..."), writeTotal);
+    if (writeQueue.isEmpty()) {
+        finishWrite();
+        return;
+    }
+    send(parameterWriteFrame(writeQueue.first(), eepromBase));
+    progressDialog->setValue(++writeProgress);
+}
+
+void ParameterEditor::readRAM(QByteArray)
+{
+    if (writeQueue.isEmpty())
+        return;
+    requestState = StateVerifyWrite;
+    replyTimer.start();
+    const QString code = writeQueue.first().value(0);
+    send(parameterReadFrame(code, isRegisterPair(code)));
+}
+
+void ParameterEditor::compareReadBack(const QByteArray &reply)
+{
+    if (writeQueue.isEmpty())
+        return;
+    if (judgeReadBack(reply, writeQueue.first()) != ReadBack::Equal) {
+        // Asked again without a limit: the value is not in the drive until the drive says so.
+        readRAM(reply);
+    } else if (confirmCount < equalReadBacks - 1) {
+        ++confirmCount;
+        readRAM(reply);
+    } else {
+        confirmCount = 0;
+        writeQueue.removeFirst();
+        requestState = StateWritePage;
+        sendNextWrite();
+    }
+}
+
+void ParameterEditor::finishWrite()
+{
+    replyTimer.stop();
+    progressDialog->setValue(writeTotal);
+    progressDialog->close();
+    if (!batchWriteFlag) {
+        for (ParameterTable *page : qAsConst(pages))
+            page->resetValueColours();
+    }
+    batchWriteFlag = false;
+    requestState = StateIdle;
+    showMessage(tr("Parameters writing completed"));
+    writeProgress = 0;
+}
+
+void ParameterEditor::readWriteTimeout()
+{
+    replyTimer.stop();
+    progressDialog->close();
+    if (requestState >= 1 && requestState <= StateReadPage)
+        showMessage(tr("Request Timeout!"));
+    else if (requestState >= StateWritePage && requestState <= 7)
+        showMessage(tr("Write Timeout!"));
+}
+
+void ParameterEditor::changeEvent(QEvent *event)
+{
+    QScrollArea::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        emit windowStateChanged(isMaximized() ? windowTitle() : QString());
+}
+
+void ParameterEditor::hideEvent(QHideEvent *event)
+{
+    QScrollArea::hideEvent(event);
+    emit windowStateChanged(QString());
+}
+
+void ParameterEditor::closeEvent(QCloseEvent *event)
+{
+    {
+        QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
+        settings.beginGroup(splitterKey);
+        settings.setValue(splitterKey, splitter->saveState());
+    }
+    emit subWindowClosed();
+    QScrollArea::closeEvent(event);
+}

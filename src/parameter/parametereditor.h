@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The window of all drive parameters: twelve pages, and the one engine that reads and writes them, a frame at
+// a time. Main thread; a sub-window of MainWindow that deletes itself on close.
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QModelIndex>
+#include <QScrollArea>
+#include <QStringList>
+#include <QTimer>
+
+class ParameterPageList;
+class ParameterTable;
+class QProgressDialog;
+class QSplitter;
+class QStackedWidget;
+class QToolBar;
+class ReadXmlThread;
+
+class ParameterEditor : public QScrollArea
+{
+    Q_OBJECT
+
+public:
+    // What the next reply means.
+    enum RequestState {
+        StateIdle = 0,
+        StateReadCurrent = 2,
+        StateReadPage = 3,
+        StateWritePage = 4,
+        StateWriteCurrent = 5,
+        StateVerifyWrite = 8,
+        StateReadBatch = 9
+    };
+
+    explicit ParameterEditor(QWidget *parent = nullptr);
+    ~ParameterEditor() override;
+
+    // The window's title, by which the shell knows it.
+    static QString title();
+
+signals:
+    void writeToSerialPort(QByteArray data, QString windowName);
+    void writeToSerialPort(QByteArray data);
+    // The title when the window becomes maximized, an empty text when it stops being so.
+    void windowStateChanged(QString title);
+    void subWindowClosed();
+
+public slots:
+    void readCurrentParameter(QStringList dataList);
+    void writeCurrentParameterToServo(QStringList dataList, bool isWriteRAM);
+    void handleBaseParameter(QByteArray b);
+    void readPageSlt();
+    void writePageSlt();
+    void readWriteTimeout();
+    // Sends the read-back of the head of the write queue; the reply that it follows is not looked at.
+    void readRAM(QByteArray b);
+    void listWidgetcurrentRowChanged(int index);
+    void listWidgetClicked(QModelIndex index);
+    void readXml(int index, QStringList values, QStringList description);
+    void readXmlFinished();
+    void communicationLostSlot();
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void buildWindow();
+    QToolBar *buildToolBar();
+    QSplitter *buildPages();
+    QWidget *buildLegend();
+    void loadCatalogue();
+
+    void send(const QByteArray &frame);
+    void showReplyInTable(const QByteArray &reply, bool follow);
+    void sendNextRead();
+    void finishRead();
+    void sendNextWrite();
+    void finishWrite();
+    void compareReadBack(const QByteArray &reply);
+    void showProgress(const QString &label, int total);
+    bool isRegisterPair(const QString &code) const;
+
+    QList<ParameterTable *> pages; // one a group
+    ParameterPageList *pageList = nullptr;
+    QStackedWidget *pageStack = nullptr;
+    QSplitter *splitter = nullptr;
+    QList<QStringList> pageCodeLists; // full codes of each group, as the catalogue writes them
+    QStringList doubleAddressList;    // codes of two registers
+    ReadXmlThread *readXmlThread = nullptr;
+
+    QStringList readQueue;         // codes still to read; the head is in flight
+    QList<QStringList> writeQueue; // records still to write; the head is in flight
+    int requestState = StateIdle;
+    QTimer replyTimer;
+    QProgressDialog *progressDialog = nullptr;
+    QByteArray lastRegisterBytes; // of the last frame sent: a reply does not name its register
+    int readTotal = 0;
+    int writeTotal = 0;
+    bool batchWriteFlag = false; // the running write comes from the batch window
+};

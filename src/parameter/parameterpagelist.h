@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The editor's list of pages: a head that folds the twelve pages below it. Main thread; owned by
+// ParameterEditor.
+#pragma once
+
+#include <QListWidget>
+
+class ParameterPageList : public QListWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ParameterPageList(QWidget *parent = nullptr);
+
+    // Folds the pages away, or shows them again if they are.
+    void toggleFold();
+};

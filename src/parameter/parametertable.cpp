@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "parameter/parametertable.h"
+
+#include "link/serialport.h"
+#include "parameter/parametercode.h"
+#include "parameter/parametersymbols.h"
+#include "widgets/messages.h"
+
+#include <QAbstractButton>
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QStyleOptionHeader>
+#include <QStylePainter>
+
+namespace {
+
+constexpr int pixelsPerRow = 25;
+constexpr int headerHeight = 25;       // pixels
+constexpr int defaultSectionSize = 33; // pixels
+constexpr int hexTextLength = 6;       // "0x" and four digits
+constexpr int firstFlagValue = 2;      // place of flag row 0 in a catalogue row
+const QString readOnlyMark = QStringLiteral("★");
+
+// Place of a cell's text in a catalogue row, for the columns behind the flags.
+constexpr std::array<int, 6> valuePlaces{{13, 14, 15, 16, 13, 0}};
+
+} // namespace
+
+ParameterTable::ParameterTable(QWidget *parent)
+    : QTableWidget(0, ColumnCount, parent)
+{
+    setFont(QFont(QStringLiteral("微软雅黑")));
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    buildHeaders();
+    buildCornerButton();
+
+    menu = new QMenu(this);
+    readAction = new QAction(tr("Read Current Parameter"), this);
+    writeAction = new QAction(tr("Write Current Parameter"), this);
+    connect(readAction, &QAction::triggered, this, &ParameterTable::readParams);
+    connect(writeAction, &QAction::triggered, this, &ParameterTable::writeParams);
+    connect(this, &QTableWidget::cellDoubleClicked, this, &ParameterTable::cellDoubleClickedSlot);
+    connect(this, &QTableWidget::cellClicked, this, &ParameterTable::cellClickedSlot);
+}
+
+void ParameterTable::buildHeaders()
+{
+    const auto symbols = parameterSymbols();
+    for (int column = 0; column < parameterSymbolCount; ++column) {
+        const ParameterSymbol &symbol = symbols.at(column);
+        auto *head = new QTableWidgetItem(symbol.symbol);
+        head->setFont(symbol.font);
+        head->setForeground(symbol.colour);
+        head->setTextAlignment(Qt::AlignCenter);
+        head->setToolTip(symbol.legend);
+        setHorizontalHeaderItem(column, head);
+    }
+    // "Uint" is so spelt.
+    const QStringList heads{tr("Value"), tr("Uint"), tr("Min"), tr("Max"), tr("Default"), tr("Description")};
+    for (int i = 0; i < heads.size(); ++i) {
+        auto *head = new QTableWidgetItem(heads.at(i));
+        head->setTextAlignment(Qt::AlignCenter);
+        setHorizontalHeaderItem(ValueColumn + i, head);
+    }
+
+    QHeaderView *const horizontal = horizontalHeader();
+    horizontal->setSectionsClickable(false);
+    horizontal->setSectionsMovable(false);
+    horizontal->setFixedHeight(headerHeight);
+    horizontal->setDefaultSectionSize(defaultSectionSize);
+    horizontal->setSectionResizeMode(QHeaderView::ResizeToContents);
+    horizontal->setSectionResizeMode(HexColumn, QHeaderView::Fixed);
+    horizontal->setStretchLastSection(true);
+    verticalHeader()->setSectionsClickable(false);
+    verticalHeader()->setSectionsMovable(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
+}
+
+void ParameterTable::buildCornerButton()
+{
+    cornerButton = findChild<QAbstractButton *>();
+    if (!cornerButton)
+        return;
+    cornerButton->setText(tr("Function Code"));
+    cornerButton->installEventFilter(this);
+
+    QStyleOptionHeader option;
+    option.text = cornerButton->text();
+    option.fontMetrics = cornerButton->fontMetrics();
+    const QSize size = style()->sizeFromContents(QStyle::CT_HeaderSection, &option, QSize(), cornerButton);
+    verticalHeader()->setMinimumWidth(size.width());
+}
+
+void ParameterTable::addRow(const QStringList &values)
+{
+    const auto symbols = parameterSymbols();
+    const int row = rowCount();
+    insertRow(row);
+    auto *head = new QTableWidgetItem(shortCode(values.value(1)));
+    head->setTextAlignment(Qt::AlignCenter);
+    setVerticalHeaderItem(row, head);
+    for (int column = 0; column < parameterSymbolCount; ++column) {
+        const ParameterSymbol &symbol = symbols.at(column);
+        const bool isSet = values.value(firstFlagValue + symbol.flagRow) == QString::number(symbol.flagRow);
+        auto *cell = new QTableWidgetItem(isSet ? symbol.symbol : QString());
+        cell->setFont(symbol.font);
+        cell->setForeground(symbol.colour);
+        cell->setTextAlignment(Qt::AlignCenter);
+        setItem(row, column, cell);
+    }
+    for (int column = ValueColumn; column < ColumnCount; ++column) {
+        auto *cell = new QTableWidgetItem(values.value(valuePlaces.at(column - ValueColumn)));
+        cell->setTextAlignment(Qt::AlignCenter);
+        setItem(row, column, cell);
+    }
+    setRowHeight(row, pixelsPerRow);
+}
+
+QString ParameterTable::code(int row) const
+{
+    const QTableWidgetItem *const head = verticalHeaderItem(row);
+    return head ? head->text() : QString();
+}
+
+QString ParameterTable::text(int row, Column column) const
+{
+    const QTableWidgetItem *const cell = item(row, column);
+    return cell ? cell->text() : QString();
+}
+
+QStringList ParameterTable::writeRecord(int row) const
+{
+    return {code(row),
+            text(row, HexColumn),
+            text(row, ValueColumn),
+            text(row, UnitColumn),
+            text(row, MinColumn),
+            text(row, MaxColumn)};
+}
+
+bool ParameterTable::isLeftOutOfWrites(int row) const
+{
+    return text(row, ReadOnlyColumn) == readOnlyMark || text(row, DescriptionColumn) == tr("Reserved");
+}
+
+void ParameterTable::showReply(int number, const QString &replyHex)
+{
+    for (int row = 0; row < rowCount(); ++row) {
+        if (code(row).midRef(4, 2).toInt() != number)
+            continue;
+        const QString value = decodeValue(replyHex, text(row, HexColumn), text(row, UnitColumn),
+                                          text(row, MinColumn), text(row, MaxColumn));
+        QTableWidgetItem *const cell = item(row, ValueColumn);
+        cell->setText(value);
+        const QString byDefault = text(row, DefaultColumn);
+        if (!byDefault.isEmpty() && value != byDefault)
+            cell->setForeground(Qt::blue);
+    }
+}
+
+void ParameterTable::resetValueColours()
+{
+    for (int row = 0; row < rowCount(); ++row)
+        item(row, ValueColumn)->setForeground(Qt::black);
+}
+
+void ParameterTable::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    const QTableWidgetItem *const cell = itemAt(event->localPos().toPoint());
+    emit cellDoubleClicked(cell ? cell->row() : -1, cell ? cell->column() : -1);
+}
+
+void ParameterTable::cellDoubleClickedSlot(int row, int col)
+{
+    if (col >= ColumnCount || row < 0)
+        return;
+    currentRow = row;
+}
+
+void ParameterTable::cellClickedSlot(int, int) {}
+
+void ParameterTable::setParamValueSlot(QString value, bool setColor)
+{
+    if (currentRow < 0 || currentRow >= rowCount() || value == text(currentRow, ValueColumn))
+        return;
+    QTableWidgetItem *const cell = item(currentRow, ValueColumn);
+    cell->setForeground(setColor ? Qt::red : Qt::black);
+    if (value.contains(QLatin1String("0x"), Qt::CaseInsensitive)) {
+        while (value.size() < hexTextLength)
+            value.insert(2, QLatin1Char('0'));
+    }
+    cell->setText(value);
+    setCurrentItem(nullptr);
+}
+
+// The Value cell, not the Description, is compared with the word for reserved rows, so an ordinary reserved
+// row offers both actions. It is wanted so.
+bool ParameterTable::offersNoWrite(int row) const
+{
+    return text(row, ReadOnlyColumn) == readOnlyMark || text(row, ValueColumn) == tr("Reserved");
+}
+
+void ParameterTable::contextMenuEvent(QContextMenuEvent *event)
+{
+    const QTableWidgetItem *const cell = itemAt(event->pos());
+    if (!cell)
+        return;
+    rowCell = {cell->row(), cell->column()};
+    menu->clear();
+    menu->addAction(readAction);
+    if (!offersNoWrite(cell->row()))
+        menu->addAction(writeAction);
+    menu->popup(event->globalPos());
+    event->accept();
+}
+
+bool ParameterTable::isOnlineOrTell() const
+{
+    if (SerialPort::portOpened)
+        return true;
+    showMessage(tr("Fail to connect to the device via USB!"));
+    return false;
+}
+
+void ParameterTable::readParams()
+{
+    if (!isOnlineOrTell() || rowCell.isEmpty())
+        return;
+    emit readCurrentVlue(writeRecord(rowCell.first()));
+}
+
+void ParameterTable::writeParams()
+{
+    if (!isOnlineOrTell() || rowCell.isEmpty())
+        return;
+    const int row = rowCell.first();
+    if (offersNoWrite(row))
+        return;
+    const QStringList record = writeRecord(row);
+    item(row, ValueColumn)->setForeground(Qt::black);
+    emit writeCurrentValue(record, false);
+}
+
+bool ParameterTable::eventFilter(QObject *object, QEvent *event)
+{
+    if (object == cornerButton && event->type() == QEvent::Paint) {
+        paintCornerButton();
+        return true;
+    }
+    return QTableWidget::eventFilter(object, event);
+}
+
+void ParameterTable::paintCornerButton()
+{
+    QStyleOptionHeader option;
+    option.initFrom(cornerButton);
+    option.rect = cornerButton->rect();
+    option.state |= QStyle::State_Raised;
+    option.text = cornerButton->text();
+    option.textAlignment = Qt::AlignCenter;
+    option.position = QStyleOptionHeader::OnlyOneSection;
+    QStylePainter painter(cornerButton);
+    painter.setPen(Qt::white);
+    painter.drawControl(QStyle::CE_Header, option);
+}

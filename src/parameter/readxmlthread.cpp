@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "parameter/readxmlthread.h"
+
+#include "parameter/parametercatalogue.h"
+#include "shell/applanguage.h"
+
+#include <QFile>
+
+ReadXmlThread::ReadXmlThread(QObject *parent)
+    : QThread(parent)
+{
+}
+
+void ReadXmlThread::run()
+{
+    QFile file(languageFile(QStringLiteral(":/parameter/parameter/parameters")));
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    readParameterCatalogue(file.readAll(),
+                           [this](int index, const QStringList &values, const QStringList &details) {
+                               if (!isInterruptionRequested())
+                                   emit readXml(index, values, details);
+                           });
+}

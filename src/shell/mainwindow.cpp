@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/mainwindow.h"
+#include "ui_mainwindow.h"
+
+#include "link/communicationsetting.h"
+#include "link/serialport.h"
+#include "parameter/parametereditor.h"
+#include "shell/applanguage.h"
+#include "shell/externalprograms.h"
+#include "shell/windowarrangement.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QLocale>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMessageBox>
+#include <QProcess>
+#include <QSettings>
+#include <QTranslator>
+
+namespace {
+
+constexpr int toolBarHeight = 26;       // pixels
+constexpr int toolBarRightMargin = 100; // pixels
+constexpr int indicatorSize = 20;       // pixels
+
+const QString geometryKey = QStringLiteral("geometry");
+
+} // namespace
+
+const QString MainWindow::baseTitle = QStringLiteral("Velmora V1.0.3");
+
+MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
+    : QMainWindow(parent)
+    , ui(std::make_unique<Ui::MainWindow>())
+    , translator(appTranslator)
+{
+    ui->setupUi(this);
+    ui->actionPrint->setVisible(false);
+    setWindowTitle(baseTitle);
+
+    mdiArea = new QMdiArea;
+    connect(mdiArea, &QMdiArea::subWindowActivated, this, &MainWindow::updateMenus);
+    updateMenus();
+    mdiArea->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    mdiArea->setOption(QMdiArea::DontMaximizeSubWindowOnActivation, true);
+
+    ui->actionExit->setStatusTip(tr("Exit the application"));
+    ui->actionParameter_Editor->setStatusTip(tr("Open Parameter Editor"));
+
+    ui->ToolBar->setContentsMargins(0, 0, toolBarRightMargin, 0);
+    ui->ToolBar->setFixedHeight(toolBarHeight);
+    onlineLabel = new QLabel;
+    onlineLabel->setObjectName(QStringLiteral("onlineLabel"));
+    onlineLabel->setFixedSize(indicatorSize, indicatorSize);
+    statusBar()->addPermanentWidget(onlineLabel);
+
+    serialPort = new SerialPort(this);
+    connect(serialPort, &SerialPort::servoONOFFLine, this, &MainWindow::servoONOFFLine);
+
+    QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
+    restoreGeometry(settings.value(geometryKey).toByteArray());
+    calcProcess = new QProcess(this);
+
+    communicationDialog = new CommunicationSetting;
+    connect(communicationDialog, &CommunicationSetting::setPortName, serialPort, &SerialPort::getPortName);
+    communicationDialog->setModal(true);
+    communicationDialog->show();
+
+    ui->centralLayout->addWidget(mdiArea);
+    servoONOFFLine(false);
+    ui->ToolBar->setMovable(false);
+    ui->ToolBar->setObjectName(QStringLiteral("ToolBar"));
+    ui->ToolBar->installEventFilter(this);
+}
+
+MainWindow::~MainWindow()
+{
+    delete communicationDialog;
+    // The worker ends before the windows that it reports to.
+    delete serialPort;
+}
+
+void MainWindow::updateMenus()
+{
+    const bool hasWindows = !mdiArea->subWindowList().isEmpty();
+    for (QAction *action : {ui->actionCascade, ui->actionTitle_Horizontally, ui->actionTitle_Vertically,
+                            ui->actionMinimize_All})
+        action->setEnabled(hasWindows);
+}
+
+void MainWindow::servoONOFFLine(bool state)
+{
+    // Runs for every received chunk; what is shown already is left alone.
+    if (onlineState == state)
+        return;
+    onlineState = state;
+    const QString picture =
+        state ? QStringLiteral(":/pic/pic/online.png") : QStringLiteral(":/pic/pic/offline.png");
+    // These two texts show in Chinese in either language.
+    const QString toolTip = state ? QStringLiteral("在线") : QStringLiteral("离线");
+    onlinePixmap.load(picture);
+    onlineLabel->setStyleSheet(QStringLiteral("QLabel {border-image: url(%1);}").arg(picture));
+    onlineLabel->setToolTip(toolTip);
+    ui->actiononOff->setIcon(QIcon(picture));
+    ui->actiononOff->setToolTip(toolTip);
+}
+
+void MainWindow::showCommunicationLost()
+{
+    QMessageBox box;
+    box.setText(tr("Communication Lost."));
+    box.exec();
+}
+
+void MainWindow::changeCursor()
+{
+    QApplication::setOverrideCursor(Qt::ArrowCursor);
+}
+
+void MainWindow::hidePrintAct()
+{
+    ui->actionPrint->setVisible(false);
+}
+
+void MainWindow::scopeIsRunning(bool isRunning)
+{
+    scopeStopped = !isRunning;
+    for (QAction *action : {ui->actionParameter_Editor, ui->actionParameter_Monitor, ui->actionTrial_run,
+                            ui->actionGain_Tuning, ui->actionMechanical_analysis, ui->actionElectroic_cam})
+        action->setEnabled(scopeStopped);
+}
+
+void MainWindow::subwindowStateChanged(QString title)
+{
+    setWindowTitle(title.isEmpty() ? baseTitle
+                                   : baseTitle + QLatin1String(" - [") + title + QLatin1Char(']'));
+}
+
+QMdiSubWindow *MainWindow::findSubWindow(const QString &title) const
+{
+    const QList<QMdiSubWindow *> windows = mdiArea->subWindowList();
+    for (QMdiSubWindow *window : windows) {
+        if (window->windowTitle() == title)
+            return window;
+    }
+    return nullptr;
+}
+
+// The title is the key: there is one window of each kind at most.
+void MainWindow::openWorkingWindow(const WorkingWindow &kind)
+{
+    if (QMdiSubWindow *const open = findSubWindow(kind.title)) {
+        mdiArea->setActiveSubWindow(open);
+        return;
+    }
+    QWidget *const widget = kind.create();
+    mdiArea->addSubWindow(widget)->setAttribute(Qt::WA_DeleteOnClose);
+    widget->setAttribute(Qt::WA_DeleteOnClose);
+    widget->show();
+    if (QMdiSubWindow *const window = findSubWindow(kind.title)) {
+        window->setWindowIcon(QIcon(kind.icon));
+        window->move(0, 0);
+        window->resize(kind.size());
+    }
+}
+
+QWidget *MainWindow::createParameterEditor()
+{
+    auto *editor = new ParameterEditor;
+    connect(editor, qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort), serialPort,
+            &SerialPort::writeSlot);
+    connect(serialPort, &SerialPort::handleBaseParameter, editor, &ParameterEditor::handleBaseParameter);
+    connect(editor, &ParameterEditor::windowStateChanged, this, &MainWindow::subwindowStateChanged);
+    connect(editor, &ParameterEditor::subWindowClosed, this, &MainWindow::hidePrintAct);
+    ui->actionPrint->setVisible(true);
+    return editor;
+}
+
+void MainWindow::on_actionParameter_Editor_triggered()
+{
+    openWorkingWindow({ParameterEditor::title(), QStringLiteral(":/pic/pic/Parameter.png"),
+                       [this] { return createParameterEditor(); },
+                       [this] { return QSize(int(mdiArea->width() * 0.9), int(mdiArea->height() * 0.9)); }});
+}
+
+void MainWindow::on_actionPrint_triggered()
+{
+    emit doPrint();
+}
+
+void MainWindow::on_actionCommunication_triggered()
+{
+    communicationDialog->show();
+}
+
+void MainWindow::on_actionCascade_triggered()
+{
+    cascadeWindows(mdiArea);
+}
+
+void MainWindow::on_actionTitle_Horizontally_triggered()
+{
+    tileWindowsSideBySide(mdiArea);
+}
+
+void MainWindow::on_actionTitle_Vertically_triggered()
+{
+    tileWindowsStacked(mdiArea);
+}
+
+void MainWindow::on_actionMinimize_All_triggered()
+{
+    const QList<QMdiSubWindow *> windows = mdiArea->subWindowList();
+    for (QMdiSubWindow *window : windows)
+        window->showMinimized();
+}
+
+void MainWindow::on_actionCalculation_triggered()
+{
+    startCalculator(calcProcess);
+}
+
+void MainWindow::on_actionAbout_triggered() {}
+
+void MainWindow::on_actionUser_Guide_triggered() {}
+
+void MainWindow::on_actionSoftware_Guide_triggered()
+{
+    openHelp();
+}
+
+bool MainWindow::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::ContextMenu && object->objectName() == QLatin1String("ToolBar"))
+        return true;
+    if (event->type() == QEvent::Wheel && object->inherits("QComboBox"))
+        return true;
+    return QMainWindow::eventFilter(object, event);
+}
+
+void MainWindow::closeTrialRunWindow()
+{
+    if (QMdiSubWindow *const window = findSubWindow(tr("Trial Run")))
+        window->deleteLater();
+}
+
+// The trial run gives the drive back as it closes, and a capture has to be stopped: both need the link.
+bool MainWindow::refusesToClose()
+{
+    QString text;
+    const QList<QMdiSubWindow *> windows = mdiArea->subWindowList();
+    for (const QMdiSubWindow *window : windows) {
+        if (window->windowTitle() == tr("Trial Run"))
+            text = tr("Please close \"Trial Run\" window frist");
+        else if (window->windowTitle() == tr("Scope") && !scopeStopped)
+            text = tr("Please close \"Scope\" window frist");
+        if (!text.isEmpty())
+            break;
+    }
+    if (text.isEmpty())
+        return false;
+    QMessageBox::warning(this, tr("Warnig"), text, QMessageBox::Ok);
+    return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    if (refusesToClose()) {
+        event->ignore();
+        return;
+    }
+    serialPort->prepareShutdown();
+    serialPort->quit();
+    serialPort->wait();
+    mdiArea->closeAllSubWindows();
+    saveSettings();
+    QMainWindow::closeEvent(event);
+}
+
+// The directories are remembered for the life of the process only.
+void MainWindow::saveSettings() const
+{
+    QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
+    settings.setValue(geometryKey, saveGeometry());
+    settings.beginGroup(QStringLiteral("SavePath"));
+    for (const char *key : {"openFilePath", "saveFilePath", "savePixmapPath"})
+        settings.setValue(QLatin1String(key), QString());
+}
+
+void MainWindow::on_actionExit_triggered()
+{
+    QApplication::closeAllWindows();
+    QCoreApplication::exit(0);
+}
+
+void MainWindow::on_actionEnglish_triggered()
+{
+    QCoreApplication::removeTranslator(translator);
+    writeConfiguredLanguage(QLocale(QLocale::English).name());
+}
+
+void MainWindow::on_actionSimplified_Chinese_triggered()
+{
+    if (translator->load(QStringLiteral(":/lan/sd_zh_CN.qm")))
+        QCoreApplication::installTranslator(translator);
+    writeConfiguredLanguage(QLocale(QLocale::Chinese).name());
+}
+
+void MainWindow::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        askForRestart();
+    else
+        QMainWindow::changeEvent(event);
+}
+
+void MainWindow::askForRestart()
+{
+    QMessageBox box;
+    box.setText(tr("The language has been modified."));
+    box.setInformativeText(tr("Do you want to restart application?"));
+    box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+    box.setDefaultButton(QMessageBox::Ok);
+    if (box.exec() != QMessageBox::Ok)
+        return;
+    QCoreApplication::quit();
+    QProcess::startDetached(QCoreApplication::applicationFilePath(), QStringList());
+}

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/startup.h"
+
+#include "shell/applanguage.h"
+#include "shell/mainwindow.h"
+
+#include <QApplication>
+#include <QIcon>
+
+Application::Application() = default;
+Application::~Application() = default;
+Application::Application(Application &&) noexcept = default;
+
+Application startApplication()
+{
+    const auto install = [](QTranslator *translator, const QString &path) {
+        if (translator->load(path))
+            QCoreApplication::installTranslator(translator);
+    };
+
+    Application application;
+    application.translator = std::make_unique<QTranslator>();
+    if (isChinese(configuredLanguage())) {
+        install(application.translator.get(), QStringLiteral(":/lan/sd_zh_CN.qm"));
+        application.qtTranslator = std::make_unique<QTranslator>();
+        install(application.qtTranslator.get(), QStringLiteral(":/lan/qt_zh_CN.qm"));
+    }
+    application.window = std::make_unique<MainWindow>(application.translator.get());
+    application.window->setWindowTitle(MainWindow::baseTitle);
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pic/pic/logo.ico")));
+    application.window->show();
+    return application;
+}
