@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/modalanswers.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+
+ModalAnswers::ModalAnswers()
+{
+    qApp->installEventFilter(this);
+}
+
+ModalAnswers::~ModalAnswers()
+{
+    qApp->removeEventFilter(this);
+    for (const Expected &missing : qAsConst(expected))
+        failures.append(QStringLiteral("no box came with the text: ") + missing.text);
+    if (!failures.isEmpty())
+        QTest::qFail(qPrintable(failures.join(QLatin1String("; "))), __FILE__, __LINE__);
+}
+
+void ModalAnswers::expect(const QString &text, QMessageBox::StandardButton answer)
+{
+    expect(text, [this, answer](QMessageBox *box) {
+        QAbstractButton *const button = box->button(answer);
+        if (button) {
+            button->click();
+        } else {
+            failures.append(QStringLiteral("box has no such button: ") + box->text());
+            box->done(0);
+        }
+    });
+}
+
+void ModalAnswers::expect(const QString &text, const std::function<void(QMessageBox *)> &answer)
+{
+    expected.append({text, answer});
+}
+
+void ModalAnswers::expectPassing(const QString &text)
+{
+    expected.append({text, {}});
+}
+
+bool ModalAnswers::eventFilter(QObject *object, QEvent *event)
+{
+    if (event->type() == QEvent::Show) {
+        if (auto *const box = qobject_cast<QMessageBox *>(object)) {
+            const QPointer<QMessageBox> shown(box);
+            QTimer::singleShot(0, this, [this, shown] {
+                if (shown)
+                    meet(shown);
+            });
+        }
+    }
+    return QObject::eventFilter(object, event);
+}
+
+void ModalAnswers::meet(QMessageBox *box)
+{
+    Seen record{box->windowTitle(), box->text(), box->informativeText(), {}, box->icon()};
+    const QList<QAbstractButton *> buttons = box->buttons();
+    for (const QAbstractButton *button : buttons)
+        record.buttons.append(button->text().remove(QLatin1Char('&')));
+    seen.append(record);
+
+    if (expected.isEmpty()) {
+        failures.append(QStringLiteral("unexpected box: ") + box->text());
+        box->done(0);
+        return;
+    }
+    const Expected next = expected.takeFirst();
+    if (box->text() != next.text)
+        failures.append(QStringLiteral("box shows \"%1\", not \"%2\"").arg(box->text(), next.text));
+    if (next.answer)
+        next.answer(box);
+}
