@@ -112,9 +112,12 @@ void ParameterEditor::handleBaseParameter(QByteArray b)
         showReplyInTable(b, false);
         break;
     case StateReadPage:
+        // The state outlives the read, and a restarted link's probe is answered to the window that asked
+        // last: without a code in flight the reply means nothing.
+        if (readQueue.isEmpty())
+            break;
         showReplyInTable(b, true);
-        if (!readQueue.isEmpty())
-            readQueue.removeFirst();
+        readQueue.removeFirst();
         sendNextRead();
         break;
     case StateWritePage:

@@ -44,6 +44,10 @@ void ParameterEditor::buildWindow()
     progressDialog = new QProgressDialog(this);
     progressDialog->setModal(true);
     progressDialog->setCancelButton(nullptr);
+    // After a time-out the count goes on from the old one and may pass the end of the bar, where the dialog
+    // would hide itself.
+    progressDialog->setAutoReset(false);
+    progressDialog->setAutoClose(false);
     QFont progressFont = progressDialog->font();
     progressFont.setPointSize(9);
     progressDialog->setFont(progressFont);

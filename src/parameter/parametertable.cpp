@@ -18,6 +18,7 @@ namespace {
 
 constexpr int pixelsPerRow = 25;
 constexpr int headerHeight = 25;       // pixels
+constexpr int minimumSectionSize = 20; // pixels; the style's own may exceed the default size
 constexpr int defaultSectionSize = 33; // pixels
 constexpr int hexTextLength = 6;       // "0x" and four digits
 constexpr int firstFlagValue = 2;      // place of flag row 0 in a catalogue row
@@ -71,6 +72,7 @@ void ParameterTable::buildHeaders()
     horizontal->setSectionsClickable(false);
     horizontal->setSectionsMovable(false);
     horizontal->setFixedHeight(headerHeight);
+    horizontal->setMinimumSectionSize(minimumSectionSize);
     horizontal->setDefaultSectionSize(defaultSectionSize);
     horizontal->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontal->setSectionResizeMode(HexColumn, QHeaderView::Fixed);
