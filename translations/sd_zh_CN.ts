@@ -1,4 +1,420 @@
 <?xml version="1.0" encoding="utf-8"?>
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
+<context>
+    <name>CommunicationSetting</name>
+    <message>
+        <source>Brennic_Soft Setting</source>
+        <translation>Brennic_Soft 通讯设置</translation>
+    </message>
+    <message>
+        <source>Start Auto Detect</source>
+        <translation>开始自动检测</translation>
+    </message>
+    <message>
+        <source>Auto Detect</source>
+        <translation>自动检测</translation>
+    </message>
+    <message>
+        <source>Port :</source>
+        <translation>端口：</translation>
+    </message>
+    <message>
+        <source>BaudRate :</source>
+        <translation>波特率：</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Ok</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Select Device :</source>
+        <translation>选择设备：</translation>
+    </message>
+    <message>
+        <source>On-Line</source>
+        <translation>在线</translation>
+    </message>
+    <message>
+        <source>Off-line</source>
+        <translation>离线</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>File(F)</source>
+        <translation>文件(F)</translation>
+    </message>
+    <message>
+        <source>Edit(E)</source>
+        <translation>编辑(E)</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>语言</translation>
+    </message>
+    <message>
+        <source>View(V)</source>
+        <translation>视图(V)</translation>
+    </message>
+    <message>
+        <source>Window(W)</source>
+        <translation>窗口(W)</translation>
+    </message>
+    <message>
+        <source>Tools(T)</source>
+        <translation>工具(T)</translation>
+    </message>
+    <message>
+        <source>Help(H)</source>
+        <translation>帮助(H)</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>打印</translation>
+    </message>
+    <message>
+        <source>Exit</source>
+        <translation>退出</translation>
+    </message>
+    <message>
+        <source>Simplified Chinese</source>
+        <translation>简体中文</translation>
+    </message>
+    <message>
+        <source>English</source>
+        <translation>英文</translation>
+    </message>
+    <message>
+        <source>Communication</source>
+        <translation>通讯设置</translation>
+    </message>
+    <message>
+        <source>Trial run</source>
+        <translation>试运行</translation>
+    </message>
+    <message>
+        <source>Status Monitor</source>
+        <translation>状态监视</translation>
+    </message>
+    <message>
+        <source>Parameter Monitor</source>
+        <translation>参数监视</translation>
+    </message>
+    <message>
+        <source>Parameter Editor</source>
+        <translation>参数编辑</translation>
+    </message>
+    <message>
+        <source>Gain Tuning</source>
+        <translation>增益调整</translation>
+    </message>
+    <message>
+        <source>Data Scope</source>
+        <translation>数据示波器</translation>
+    </message>
+    <message>
+        <source>Scope</source>
+        <translation>示波器</translation>
+    </message>
+    <message>
+        <source>Mechanical analysis</source>
+        <translation>机械特性分析</translation>
+    </message>
+    <message>
+        <source>Electroic cam</source>
+        <translation>电子凸轮</translation>
+    </message>
+    <message>
+        <source>Cascade</source>
+        <translation>层叠</translation>
+    </message>
+    <message>
+        <source>Title Horizontally</source>
+        <translation>横向平铺</translation>
+    </message>
+    <message>
+        <source>Title Vertically</source>
+        <translation>纵向平铺</translation>
+    </message>
+    <message>
+        <source>Minimize All</source>
+        <translation>全部最小化</translation>
+    </message>
+    <message>
+        <source>Simulation</source>
+        <translation>仿真</translation>
+    </message>
+    <message>
+        <source>Calculation</source>
+        <translation>计算器</translation>
+    </message>
+    <message>
+        <source>About...</source>
+        <translation>关于...</translation>
+    </message>
+    <message>
+        <source>Software Guide</source>
+        <translation>软件使用说明</translation>
+    </message>
+    <message>
+        <source>Run</source>
+        <translation>运行</translation>
+    </message>
+    <message>
+        <source>Off-Line</source>
+        <translation>离线</translation>
+    </message>
+    <message>
+        <source>Exit the application</source>
+        <translation>退出应用程序</translation>
+    </message>
+    <message>
+        <source>Open Parameter Editor</source>
+        <translation>打开参数编辑窗口</translation>
+    </message>
+    <message>
+        <source>Communication Lost.</source>
+        <translation>通讯中断。</translation>
+    </message>
+    <message>
+        <source>Trial Run</source>
+        <translation>试运行</translation>
+    </message>
+    <message>
+        <source>Please close &quot;Trial Run&quot; window frist</source>
+        <translation>请先关闭“试运行”窗口</translation>
+    </message>
+    <message>
+        <source>Please close &quot;Scope&quot; window frist</source>
+        <translation>请先关闭“示波器”窗口</translation>
+    </message>
+    <message>
+        <source>Warnig</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>The language has been modified.</source>
+        <translation>语言已更改。</translation>
+    </message>
+    <message>
+        <source>Do you want to restart application?</source>
+        <translation>是否重新启动应用程序？</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterEditor</name>
+    <message>
+        <source>Parameter Editor</source>
+        <translation>参数编辑</translation>
+    </message>
+    <message>
+        <source>Reading...</source>
+        <translation>正在读取...</translation>
+    </message>
+    <message>
+        <source>Parameters reading completed</source>
+        <translation>参数读取完成</translation>
+    </message>
+    <message>
+        <source>Writing...</source>
+        <translation>正在写入...</translation>
+    </message>
+    <message>
+        <source>Parameters writing completed</source>
+        <translation>参数写入完成</translation>
+    </message>
+    <message>
+        <source>Request Timeout!</source>
+        <translation>请求超时！</translation>
+    </message>
+    <message>
+        <source>Write Timeout!</source>
+        <translation>写入超时！</translation>
+    </message>
+    <message>
+        <source>Note: Double-click the Value can be call out the Parameter Setting Helper</source>
+        <translation>注意：双击“当前值”可弹出参数设置助手</translation>
+    </message>
+    <message>
+        <source>&amp;Open...</source>
+        <translation>打开(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Open an existing file</source>
+        <translation>打开已有文件</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>保存(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Save the document to disk</source>
+        <translation>将文档保存到磁盘</translation>
+    </message>
+    <message>
+        <source>&amp;Read Parameters</source>
+        <translation>读取参数(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Read Parameters</source>
+        <translation>读取参数</translation>
+    </message>
+    <message>
+        <source>&amp;Write Parameters</source>
+        <translation>写入参数(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Write Parameters</source>
+        <translation>写入参数</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>打印</translation>
+    </message>
+    <message>
+        <source>PrintPreview</source>
+        <translation>打印预览</translation>
+    </message>
+    <message>
+        <source>edit parameter</source>
+        <translation>批量修改参数</translation>
+    </message>
+    <message>
+        <source>Read-only</source>
+        <translation>只读</translation>
+    </message>
+    <message>
+        <source>Set When Servo OFF</source>
+        <translation>伺服OFF时设定</translation>
+    </message>
+    <message>
+        <source>Valid Afert Re-power on</source>
+        <translation>重新上电后有效</translation>
+    </message>
+    <message>
+        <source>Volatile Parameter</source>
+        <translation>掉电不保存参数</translation>
+    </message>
+    <message>
+        <source>Hex data,modified by bit</source>
+        <translation>十六进制数据，按位修改</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterGroups</name>
+    <message>
+        <source>  -Pn-0XX Basic parameters</source>
+        <translation>  -Pn-0XX 基本参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-1XX Basic control parameters</source>
+        <translation>  -Pn-1XX 基本控制参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-2XX DI/DO parameters</source>
+        <translation>  -Pn-2XX DI/DO参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-3XX Position Control parameters</source>
+        <translation>  -Pn-3XX 位置控制参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-4XX Speed control parameters</source>
+        <translation>  -Pn-4XX 速度控制参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-5XX Torque control parameters</source>
+        <translation>  -Pn-5XX 转矩控制参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-6XX Gain class parameters</source>
+        <translation>  -Pn-6XX 增益类参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-7XX Full closed loop function parameters</source>
+        <translation>  -Pn-7XX 全闭环功能参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-8XX Failure and protection parameters</source>
+        <translation>  -Pn-8XX 故障与保护参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-9XX Communication parameters</source>
+        <translation>  -Pn-9XX 通讯参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-AXX Multi-segment displacement group parameters</source>
+        <translation>  -Pn-AXX 多段位移组参数</translation>
+    </message>
+    <message>
+        <source>  -Pn-BXX Multi-segment speed group parameters</source>
+        <translation>  -Pn-BXX 多段速度组参数</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterTable</name>
+    <message>
+        <source>Read Current Parameter</source>
+        <translation>读取当前参数</translation>
+    </message>
+    <message>
+        <source>Write Current Parameter</source>
+        <translation>写入当前参数</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>当前值</translation>
+    </message>
+    <message>
+        <source>Uint</source>
+        <translation>单位</translation>
+    </message>
+    <message>
+        <source>Min</source>
+        <translation>最小值</translation>
+    </message>
+    <message>
+        <source>Max</source>
+        <translation>最大值</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>默认值</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>参数说明</translation>
+    </message>
+    <message>
+        <source>Function Code</source>
+        <translation>功能码</translation>
+    </message>
+    <message>
+        <source>Reserved</source>
+        <translation>保留</translation>
+    </message>
+    <message>
+        <source>Fail to connect to the device via USB!</source>
+        <translation>USB连接设备失败！</translation>
+    </message>
+</context>
+<context>
+    <name>SerialPort</name>
+    <message>
+        <source>Fail to connect to the device via 
+Read Modbus Failed!</source>
+        <translation>连接设备失败：
+读取Modbus失败！</translation>
+    </message>
+</context>
 </TS>

@@ -283,7 +283,7 @@ void ParameterEditor::changeEvent(QEvent *event)
 {
     QScrollArea::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange)
-        emit windowStateChanged(isMaximized() ? windowTitle() : QString());
+        emit windowStateChanged(isMaximized() && !isClosing ? windowTitle() : QString());
 }
 
 void ParameterEditor::hideEvent(QHideEvent *event)
@@ -294,6 +294,7 @@ void ParameterEditor::hideEvent(QHideEvent *event)
 
 void ParameterEditor::closeEvent(QCloseEvent *event)
 {
+    isClosing = true;
     {
         QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
         settings.beginGroup(splitterKey);

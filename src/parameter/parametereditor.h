@@ -101,4 +101,5 @@ private:
     int readTotal = 0;
     int writeTotal = 0;
     bool batchWriteFlag = false; // the running write comes from the batch window
+    bool isClosing = false;      // the MDI area still reports a state after a maximized window has gone
 };

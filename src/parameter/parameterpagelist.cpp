@@ -16,6 +16,8 @@ ParameterPageList::ParameterPageList(QWidget *parent)
     addItem(QString::fromLatin1(unfoldedHead));
     for (int index = 0; index < parameterGroupCount; ++index)
         addItem(parameterGroupLabel(index));
+    // Wide enough for the longest name where no splitter state says otherwise.
+    setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
 }
 
 void ParameterPageList::toggleFold()

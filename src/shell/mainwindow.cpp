@@ -39,7 +39,7 @@ MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
 {
     ui->setupUi(this);
     ui->actionPrint->setVisible(false);
-    setWindowTitle(baseTitle);
+    setWindowTitle(shownTitle);
 
     mdiArea = new QMdiArea;
     connect(mdiArea, &QMdiArea::subWindowActivated, this, &MainWindow::updateMenus);
@@ -79,8 +79,10 @@ MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
 MainWindow::~MainWindow()
 {
     delete communicationDialog;
-    // The worker ends before the windows that it reports to.
     delete serialPort;
+    // The working windows report to this one as they go, so they go while it is whole.
+    disconnect(mdiArea, nullptr, this, nullptr);
+    delete mdiArea;
 }
 
 void MainWindow::updateMenus()
@@ -135,8 +137,8 @@ void MainWindow::scopeIsRunning(bool isRunning)
 
 void MainWindow::subwindowStateChanged(QString title)
 {
-    setWindowTitle(title.isEmpty() ? baseTitle
-                                   : baseTitle + QLatin1String(" - [") + title + QLatin1Char(']'));
+    shownTitle = title.isEmpty() ? baseTitle : baseTitle + QLatin1String(" - [") + title + QLatin1Char(']');
+    setWindowTitle(shownTitle);
 }
 
 QMdiSubWindow *MainWindow::findSubWindow(const QString &title) const
@@ -230,6 +232,25 @@ void MainWindow::on_actionUser_Guide_triggered() {}
 void MainWindow::on_actionSoftware_Guide_triggered()
 {
     openHelp();
+}
+
+// The connection dialog is shown first and has no parent; without this the main window would come up over it.
+void MainWindow::showEvent(QShowEvent *event)
+{
+    QMainWindow::showEvent(event);
+    if (communicationDialog->isVisible()) {
+        communicationDialog->raise();
+        communicationDialog->activateWindow();
+    }
+}
+
+// The MDI area sets and restores titles of its own around a maximized window; ours is the last word.
+bool MainWindow::event(QEvent *event)
+{
+    const bool handled = QMainWindow::event(event);
+    if (event->type() == QEvent::WindowTitleChange && windowTitle() != shownTitle)
+        setWindowTitle(shownTitle);
+    return handled;
 }
 
 bool MainWindow::eventFilter(QObject *object, QEvent *event)

@@ -66,7 +66,9 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
     void changeEvent(QEvent *event) override;
+    bool event(QEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
@@ -94,6 +96,7 @@ private:
     CommunicationSetting *communicationDialog = nullptr;
     QLabel *onlineLabel = nullptr;
     QPixmap onlinePixmap;
+    QString shownTitle = baseTitle;
     std::optional<bool> onlineState; // what the indicator shows
     bool scopeStopped = true;
 };

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "link/communicationsetting.h"
+#include "shell/applanguage.h"
+#include "shell/mainwindow.h"
+#include "shell/startup.h"
+#include "support/testdirectory.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QSettings>
+#include <QTest>
+#include <QTranslator>
+
+class StartupTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { directory.clear(); }
+    void languageSelectsTheFile_data();
+    void languageSelectsTheFile();
+    void withoutAKeyTheSystemLocaleCounts();
+    void unreadableSettingsGiveTheSystemLocale();
+    void windowStandsWithTitleAndIcon();
+    void chineseStartIsChineseThroughout();
+    void englishStartLoadsNoTranslation();
+    void otherDirectoryHasOtherSettings();
+    void qtsOwnTextsAreCarried();
+
+private:
+    TestDirectory directory;
+};
+
+void StartupTest::languageSelectsTheFile_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<bool>("chinese");
+    QTest::newRow("zh_CN") << "zh_CN" << true;
+    QTest::newRow("en_US") << "en_US" << false;
+    QTest::newRow("zh") << "zh" << false;
+    QTest::newRow("ZH_CN") << "ZH_CN" << false;
+    QTest::newRow("zh_TW") << "zh_TW" << false;
+    QTest::newRow("empty") << "" << false;
+    QTest::newRow("any text") << "any text" << false;
+}
+
+void StartupTest::languageSelectsTheFile()
+{
+    QFETCH(QString, language);
+    QFETCH(bool, chinese);
+    directory.setLanguage(language);
+    QCOMPARE(configuredLanguage(), language);
+    QCOMPARE(isChinese(configuredLanguage()), chinese);
+    QCOMPARE(languageFile(QStringLiteral(":/a/b")),
+             chinese ? QStringLiteral(":/a/b_zh_CN.xml") : QStringLiteral(":/a/b_en_US.xml"));
+}
+
+void StartupTest::withoutAKeyTheSystemLocaleCounts()
+{
+    QCOMPARE(configuredLanguage(), QLocale::system().name());
+    QVERIFY(!QFile::exists(QStringLiteral("settings.ini")));
+}
+
+void StartupTest::unreadableSettingsGiveTheSystemLocale()
+{
+    QFile file(QStringLiteral("settings.ini"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(QByteArray("\x89\x00\xff[Lang", 8));
+    file.close();
+    QCOMPARE(configuredLanguage(), QLocale::system().name());
+}
+
+void StartupTest::windowStandsWithTitleAndIcon()
+{
+    directory.setLanguage(QStringLiteral("en_US"));
+    const Application application = startApplication();
+    QCOMPARE(application.window->windowTitle(), QStringLiteral("Velmora V1.0.3"));
+    QVERIFY(application.window->isVisible());
+    QVERIFY(!QApplication::windowIcon().pixmap(32, 32).isNull());
+    bool dialogIsVisible = false;
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (const QWidget *widget : widgets)
+        dialogIsVisible |= qobject_cast<const CommunicationSetting *>(widget) && widget->isVisible();
+    QVERIFY(dialogIsVisible);
+}
+
+void StartupTest::chineseStartIsChineseThroughout()
+{
+    directory.setLanguage(QStringLiteral("zh_CN"));
+    const Application application = startApplication();
+    QVERIFY(application.translator && !application.translator->isEmpty());
+    QVERIFY(application.qtTranslator && !application.qtTranslator->isEmpty());
+    QCOMPARE(QCoreApplication::translate("ParameterTable", "Reserved"), QStringLiteral("保留"));
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("取消"));
+}
+
+void StartupTest::englishStartLoadsNoTranslation()
+{
+    directory.setLanguage(QStringLiteral("en_US"));
+    const Application application = startApplication();
+    QVERIFY(application.translator && application.translator->isEmpty());
+    QVERIFY(!application.qtTranslator);
+    QCOMPARE(QCoreApplication::translate("ParameterTable", "Reserved"), QStringLiteral("Reserved"));
+}
+
+void StartupTest::otherDirectoryHasOtherSettings()
+{
+    directory.setLanguage(QStringLiteral("zh_CN"));
+    const TestDirectory other;
+    QCOMPARE(configuredLanguage(), QLocale::system().name());
+    writeConfiguredLanguage(QStringLiteral("en_US"));
+    QVERIFY(QFile::exists(other.path() + QStringLiteral("/settings.ini")));
+    QCOMPARE(QSettings(directory.path() + QStringLiteral("/settings.ini"), QSettings::IniFormat)
+                 .value(QStringLiteral("Language/Language"))
+                 .toString(),
+             QStringLiteral("zh_CN"));
+}
+
+void StartupTest::qtsOwnTextsAreCarried()
+{
+    QTranslator translator;
+    QVERIFY(translator.load(QStringLiteral(":/lan/qt_zh_CN.qm")));
+    // The texts themselves, and not a list that names other files.
+    QCOMPARE(translator.translate("QPlatformTheme", "Cancel"), QStringLiteral("取消"));
+    QVERIFY(QFile(QStringLiteral(":/lan/qt_zh_CN.qm")).size() > 50000);
+    QVERIFY(QTranslator().load(QStringLiteral(":/lan/sd_zh_CN.qm")));
+}
+
+QTEST_MAIN(StartupTest)
+#include "tst_startup.moc"
