@@ -13,6 +13,7 @@
 #include "widgets/messages.h"
 
 #include <QCloseEvent>
+#include <QProgressBar>
 #include <QProgressDialog>
 #include <QSettings>
 #include <QSplitter>
@@ -106,6 +107,11 @@ void ParameterEditor::send(const QByteArray &frame)
 
 void ParameterEditor::handleBaseParameter(QByteArray b)
 {
+    // Nobody waits for this one: it comes after the time-out that ended its transfer, or answers the probe of
+    // a restarted link, which goes to the window that asked last. The state outlives a transfer, so such a
+    // reply would be shown as another parameter's value, or set an ended write going again.
+    if (!replyTimer.isActive())
+        return;
     replyTimer.stop();
     switch (requestState) {
     case StateReadCurrent:
@@ -185,7 +191,7 @@ void ParameterEditor::sendNextRead()
     }
     replyTimer.start();
     showProgress(tr("Reading..."), readTotal);
-    progressDialog->setValue(++readProgress);
+    progressBar->setValue(++readProgress);
     // A page read goes by the full code of the catalogue, and there the tilde marks a pair.
     const QString code = readQueue.first();
     send(parameterReadFrame(code, code.contains(QLatin1Char('~'))));
@@ -223,7 +229,7 @@ void ParameterEditor::sendNextWrite()
         return;
     }
     send(parameterWriteFrame(writeQueue.first(), eepromBase));
-    progressDialog->setValue(++writeProgress);
+    progressBar->setValue(++writeProgress);
 }
 
 void ParameterEditor::readRAM(QByteArray)
@@ -257,7 +263,7 @@ void ParameterEditor::compareReadBack(const QByteArray &reply)
 void ParameterEditor::finishWrite()
 {
     replyTimer.stop();
-    progressDialog->setValue(writeTotal);
+    progressBar->setValue(writeTotal);
     progressDialog->close();
     if (!batchWriteFlag) {
         for (ParameterTable *page : qAsConst(pages))

@@ -12,6 +12,7 @@
 
 class ParameterPageList;
 class ParameterTable;
+class QProgressBar;
 class QProgressDialog;
 class QSplitter;
 class QStackedWidget;
@@ -97,6 +98,7 @@ private:
     int requestState = StateIdle;
     QTimer replyTimer;
     QProgressDialog *progressDialog = nullptr;
+    QProgressBar *progressBar = nullptr; // of progressDialog
     QByteArray lastRegisterBytes; // of the last frame sent: a reply does not name its register
     int readTotal = 0;
     int writeTotal = 0;

@@ -10,6 +10,7 @@
 #include "widgets/sunkenlabel.h"
 
 #include <QHBoxLayout>
+#include <QProgressBar>
 #include <QProgressDialog>
 #include <QSettings>
 #include <QSplitter>
@@ -43,11 +44,11 @@ void ParameterEditor::buildWindow()
 
     progressDialog = new QProgressDialog(this);
     progressDialog->setModal(true);
+    // The bar is set directly: the dialog's own setValue() runs an event loop, in which the next reply would
+    // be handled before this one is done with.
+    progressBar = new QProgressBar;
+    progressDialog->setBar(progressBar);
     progressDialog->setCancelButton(nullptr);
-    // After a time-out the count goes on from the old one and may pass the end of the bar, where the dialog
-    // would hide itself.
-    progressDialog->setAutoReset(false);
-    progressDialog->setAutoClose(false);
     QFont progressFont = progressDialog->font();
     progressFont.setPointSize(9);
     progressDialog->setFont(progressFont);

@@ -106,6 +106,8 @@ private slots:
     void missingReplyEndsThePageRead();
     void restOfAnEndedReadIsReadFirst();
     void unaskedReplyAfterAReadIsIgnored();
+    void lateReplyDoesNotSetAnEndedReadGoing();
+    void lateReplyDoesNotSetAnEndedWriteGoing();
     void exceptionReplyIsDecodedAsItStands();
     void singleReadUsesTheListForItsWidth_data();
     void singleReadUsesTheListForItsWidth();
@@ -409,6 +411,39 @@ void ParameterEditorTest::unaskedReplyAfterAReadIsIgnored()
     // The reply to a restarted link's probe comes to the window that asked last.
     bench.editor->handleBaseParameter(wire::frame("01030411223344"));
     QCOMPARE(bench.value(11, QStringLiteral("Pn-B95")), before);
+}
+
+void ParameterEditorTest::lateReplyDoesNotSetAnEndedReadGoing()
+{
+    ModalAnswers boxes;
+    Bench bench;
+    QVERIFY(bench.waitForCatalogue());
+    bench.peer.held = true;
+    boxes.expect(requestTimeout);
+    bench.editor->readPageSlt();
+    QTRY_VERIFY(boxes.isDone());
+    const QString before = bench.value(0, QStringLiteral("Pn-000"));
+    QSignalSpy replies(&bench.peer, &RegisterPeer::reply);
+    bench.peer.release();
+    QTRY_COMPARE(replies.count(), 1);
+    QCOMPARE(bench.peer.frames.size(), 1);
+    QCOMPARE(bench.value(0, QStringLiteral("Pn-000")), before);
+    QVERIFY(bench.progress->isHidden());
+}
+
+void ParameterEditorTest::lateReplyDoesNotSetAnEndedWriteGoing()
+{
+    ModalAnswers boxes;
+    Bench bench;
+    QVERIFY(bench.waitForCatalogue());
+    bench.peer.held = true;
+    boxes.expect(writeTimeout);
+    bench.editor->writePageSlt();
+    QTRY_VERIFY(boxes.isDone());
+    QSignalSpy replies(&bench.peer, &RegisterPeer::reply);
+    bench.peer.release();
+    QTRY_COMPARE(replies.count(), 1);
+    QCOMPARE(bench.peer.frames.size(), 1);
 }
 
 void ParameterEditorTest::exceptionReplyIsDecodedAsItStands()

@@ -28,17 +28,19 @@ public:
     ModalAnswers();
     ~ModalAnswers() override;
 
-    // Announces the next box: it must show this text, and gets this answer.
+    // Announces a box with this text, and its answer. Where the order of several matters, seen tells it.
     void expect(const QString &text, QMessageBox::StandardButton answer = QMessageBox::Ok);
     // The same, but something else is done instead of pressing a button.
     void expect(const QString &text, const std::function<void(QMessageBox *)> &answer);
     // Announces a box that goes by itself.
     void expectPassing(const QString &text);
+    // A box that may come or not; "OK" is pressed.
+    void allow(const QString &text);
 
     // All that was seen so far.
     QList<Seen> seen;
     // True when every announced box has come.
-    bool isDone() const { return expected.isEmpty(); }
+    bool isDone() const;
 
 protected:
     bool eventFilter(QObject *object, QEvent *event) override;
@@ -48,6 +50,7 @@ private:
     {
         QString text;
         std::function<void(QMessageBox *)> answer;
+        bool mayBeMissing = false;
     };
 
     void meet(QMessageBox *box);

@@ -1,0 +1,266 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The whole product on a line that misbehaves: what the user is told, and what comes back by itself.
+#include "link/serialport.h"
+#include "parameter/parametereditor.h"
+#include "parameter/parametertable.h"
+#include "shell/mainwindow.h"
+#include "support/modalanswers.h"
+#include "support/workplace.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPointer>
+#include <QProgressDialog>
+#include <QTest>
+
+namespace {
+
+const QString readingDone = QStringLiteral("Parameters reading completed");
+const QString writingDone = QStringLiteral("Parameters writing completed");
+const QString requestTimeout = QStringLiteral("Request Timeout!");
+const QString failed = QStringLiteral("Fail to connect to the device via \nRead Modbus Failed!");
+const QString rs485 = QStringLiteral("115200(485)");
+const QString usb = QStringLiteral("USB");
+
+bool isReading(const ParameterEditor *editor, int from)
+{
+    const QProgressDialog *const progress = Workplace::progress(editor);
+    return progress->isVisible() && progress->value() >= from;
+}
+
+} // namespace
+
+class LineFaultsEndToEndTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void passingFaultLeavesTheReadWhole_data();
+    void passingFaultLeavesTheReadWhole();
+    void refusedRequestsDoNotStopTheRead();
+    void garbageEndsTheReadWithAMessage();
+    void silenceInAPageReadIsToldAndTheLinkComesBack();
+    void silenceInAPageWriteIsToldByTheLink();
+    void unpluggedWhileIdleComesBackWhenUsed();
+    void unpluggedInMidTransferIsToldAndComesBack();
+    void streamOfAnEarlierSessionIsStopped();
+    void closingTheEditorInMidTransferLeavesTheLink();
+    void closingTheApplicationInMidTransferEnds();
+    void nothingIsSentByItselfAfterAReconnect();
+};
+
+void LineFaultsEndToEndTest::passingFaultLeavesTheReadWhole_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("replies lost") << "noreply 3";
+    QTest::newRow("bad checksums") << "badcrc 5";
+    QTest::newRow("replies in two pieces") << "split 4 5";
+    QTest::newRow("stale bytes in front") << "stale 3";
+    QTest::newRow("late reply") << "late 1 70";
+    QTest::newRow("silent for a while") << "silence 300";
+}
+
+void LineFaultsEndToEndTest::passingFaultLeavesTheReadWhole()
+{
+    QFETCH(QString, fault);
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(rs485);
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    boxes.expect(readingDone);
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY(isReading(editor, 100));
+    QVERIFY(place.drive->setFault(fault));
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+    QVERIFY(place.drive->counters().retransmissions > 0);
+    QVERIFY(place.isShownOnline());
+}
+
+void LineFaultsEndToEndTest::refusedRequestsDoNotStopTheRead()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(usb);
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    QVERIFY(place.drive->setFault(QStringLiteral("exception 2 5")));
+    boxes.expect(readingDone);
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+    QCOMPARE(int(place.drive->counters().retransmissions), 0);
+}
+
+void LineFaultsEndToEndTest::garbageEndsTheReadWithAMessage()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(rs485);
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    boxes.expect(requestTimeout);
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY(isReading(editor, 50));
+    QVERIFY(place.drive->setFault(QStringLiteral("garbage on")));
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    // Bytes arrive, so the link stays on-line.
+    QVERIFY(place.isShownOnline());
+    QVERIFY(!Workplace::progress(editor)->isVisible());
+    QVERIFY(place.drive->setFault(QStringLiteral("garbage off")));
+}
+
+void LineFaultsEndToEndTest::silenceInAPageReadIsToldAndTheLinkComesBack()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(rs485);
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    boxes.expect(requestTimeout);
+    boxes.expectPassing(failed);
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY(isReading(editor, 50));
+    QVERIFY(place.drive->setFault(QStringLiteral("silence 5000")));
+    QTRY_VERIFY_WITH_TIMEOUT(!place.isShownOnline(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 15000);
+    // The rest and then the whole list are read by the user's own act.
+    boxes.expect(readingDone);
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+}
+
+void LineFaultsEndToEndTest::silenceInAPageWriteIsToldByTheLink()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(usb);
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    boxes.expectPassing(failed);
+    // A missing acknowledgement of a write is told, a missing read-back is not; chance decides which it is.
+    boxes.allow(QStringLiteral("Write Timeout!"));
+    Workplace::clickAction(editor, "writeAction");
+    QTRY_VERIFY(isReading(editor, 30));
+    QVERIFY(place.drive->setFault(QStringLiteral("silence 3000")));
+    QTRY_VERIFY_WITH_TIMEOUT(!Workplace::progress(editor)->isVisible(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 10000);
+}
+
+void LineFaultsEndToEndTest::unpluggedWhileIdleComesBackWhenUsed()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(usb);
+    QTRY_VERIFY(place.isShownOnline());
+    ParameterEditor *const editor = place.openEditor();
+    place.drive->hangUp(std::chrono::milliseconds(0));
+    QTRY_VERIFY(place.drive->isHungUp());
+    place.drive->clearFaults();
+    QTRY_VERIFY(!place.drive->isHungUp());
+    // The old handle is dead; the first request finds that out, is lost, and is told.
+    boxes.expectPassing(failed);
+    boxes.expect(requestTimeout);
+    editor->readCurrentParameter({QStringLiteral("Pn-007")});
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.seen.size() == 2, 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 10000);
+    place.drive->writeRegister(7, 4321);
+    editor->readCurrentParameter({QStringLiteral("Pn-007")});
+    QTRY_COMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
+}
+
+void LineFaultsEndToEndTest::unpluggedInMidTransferIsToldAndComesBack()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(rs485);
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    boxes.expect(requestTimeout);
+    boxes.expectPassing(failed);
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY(isReading(editor, 50));
+    place.drive->hangUp(std::chrono::milliseconds(3000));
+    QTRY_VERIFY_WITH_TIMEOUT(!place.isShownOnline(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 15000);
+    boxes.expect(readingDone);
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+}
+
+void LineFaultsEndToEndTest::streamOfAnEarlierSessionIsStopped()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    QVERIFY(place.drive->setFault(QStringLiteral("stream on")));
+    QTRY_VERIFY(place.drive->isStreaming());
+    place.connectTo(usb);
+    QTRY_VERIFY(!place.drive->isStreaming());
+    QTRY_VERIFY(place.isShownOnline());
+    ParameterEditor *const editor = place.openEditor();
+    place.drive->writeRegister(7, 4321);
+    editor->readCurrentParameter({QStringLiteral("Pn-007")});
+    QTRY_COMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
+}
+
+void LineFaultsEndToEndTest::closingTheEditorInMidTransferLeavesTheLink()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(rs485);
+    QTRY_VERIFY(place.isShownOnline());
+    const QPointer<ParameterEditor> editor = place.openEditor();
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY(isReading(editor, 50));
+    place.window()->findChild<QMdiArea *>()->closeAllSubWindows();
+    QTRY_VERIFY(!editor);
+    QVERIFY(!QApplication::activeModalWidget());
+    // A new editor works at once.
+    const ParameterEditor *const next = place.openEditor();
+    QVERIFY(next);
+    boxes.expect(readingDone);
+    Workplace::clickAction(next, "readAction");
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+}
+
+void LineFaultsEndToEndTest::closingTheApplicationInMidTransferEnds()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(rs485);
+    QTRY_VERIFY(place.isShownOnline());
+    const QPointer<ParameterEditor> editor = place.openEditor();
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY(isReading(editor, 50));
+    QVERIFY(place.window()->close());
+    QVERIFY(!SerialPort::portOpened);
+    QTRY_VERIFY(!editor);
+    const auto requests = place.drive->counters().requests;
+    QElapsedTimer quiet;
+    quiet.start();
+    QTRY_VERIFY(quiet.elapsed() > 200);
+    QCOMPARE(place.drive->counters().requests, requests);
+}
+
+void LineFaultsEndToEndTest::nothingIsSentByItselfAfterAReconnect()
+{
+    ModalAnswers boxes;
+    boxes.expectPassing(failed);
+    Workplace place;
+    place.connectTo(usb);
+    QTRY_VERIFY(place.isShownOnline());
+    ParameterEditor *const editor = place.openEditor();
+    QVERIFY(place.drive->setFault(QStringLiteral("silence 2500")));
+    boxes.expect(QStringLiteral("Write Timeout!"));
+    editor->writeCurrentParameterToServo({"Pn-007", "", "55.5", "0.1rpm", "0.0", "6000.0"}, true);
+    const quint16 before = *place.drive->readRegister(7);
+    QTRY_COMPARE_WITH_TIMEOUT(boxes.seen.size(), 2, 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline() && !SerialPort::reconnecting, 10000);
+    // The write in flight was lost with the link, and nobody repeats it.
+    QCOMPARE(*place.drive->readRegister(7), before);
+}
+
+QTEST_MAIN(LineFaultsEndToEndTest)
+#include "tst_linefaults_endtoend.moc"

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// From the connection dialog to every parameter on the screen and back into the drive, in both languages.
+#include "link/serialport.h"
+#include "parameter/parametercode.h"
+#include "parameter/parametereditor.h"
+#include "parameter/parametertable.h"
+#include "shell/mainwindow.h"
+#include "support/modalanswers.h"
+#include "support/workplace.h"
+
+#include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QProgressDialog>
+#include <QStackedWidget>
+#include <QTest>
+
+namespace {
+
+const QString readingDone = QStringLiteral("Parameters reading completed");
+const QString writingDone = QStringLiteral("Parameters writing completed");
+
+} // namespace
+
+class ParametersEndToEndTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void wholeCatalogueIsReadFromTheDrive_data();
+    void wholeCatalogueIsReadFromTheDrive();
+    void changedValueIsShownBlue();
+    void pageWriteReachesBothCopiesOfTheDrive();
+    void ramWriteIsLostWithThePower();
+    void oneParameterIsReadFromItsMenu();
+    void titleAndIndicatorFollow();
+};
+
+void ParametersEndToEndTest::wholeCatalogueIsReadFromTheDrive_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("speed");
+    QTest::addColumn<QString>("done");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("English over RS-485") << "en_US"
+                                         << "115200(485)" << readingDone << 520;
+    QTest::newRow("English over USB") << "en_US"
+                                      << "USB" << readingDone << 520;
+    QTest::newRow("Chinese over RS-485") << "zh_CN"
+                                         << "115200(485)"
+                                         << "参数读取完成" << 571;
+    QTest::newRow("Chinese over USB") << "zh_CN"
+                                      << "USB"
+                                      << "参数读取完成" << 571;
+}
+
+void ParametersEndToEndTest::wholeCatalogueIsReadFromTheDrive()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, speed);
+    QFETCH(QString, done);
+    QFETCH(int, rows);
+    ModalAnswers boxes;
+    Workplace place(language);
+    QVERIFY(!place.isShownOnline());
+    place.connectTo(speed);
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    QVERIFY(editor);
+    // Every value is another than the default, so that what is shown can only come from the drive.
+    for (int index = 0; index < 12; ++index) {
+        const ParameterTable *const page = Workplace::page(editor, index);
+        for (int row = 0; row < page->rowCount(); ++row)
+            page->item(row, ParameterTable::ValueColumn)->setText(QStringLiteral("unread"));
+    }
+    place.drive->resetCounters();
+    boxes.expect(done);
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 30000);
+
+    QCOMPARE(int(place.drive->counters().requests), rows);
+    QCOMPARE(int(place.drive->counters().retransmissions), 0);
+    int shown = 0;
+    for (int index = 0; index < 12; ++index) {
+        const ParameterTable *const page = Workplace::page(editor, index);
+        for (int row = 0; row < page->rowCount(); ++row, ++shown) {
+            const QString text = page->text(row, ParameterTable::ValueColumn);
+            QVERIFY2(text != QLatin1String("unread") && !text.isEmpty(), qPrintable(page->code(row)));
+        }
+    }
+    QCOMPARE(shown, rows);
+    // Some registers, read off the drive and converted by hand.
+    QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")),
+             QString::number(*place.drive->readRegister(7) / 10.0, 'f', 1));
+    QCOMPARE(Workplace::value(editor, 10, QStringLiteral("Pn-A04")),
+             QString::number(*place.drive->readPair(1004)));
+    QCOMPARE(Workplace::value(editor, 6, QStringLiteral("Pn-638")),
+             QString::number(*place.drive->readRegister(638) / 100.0, 'f', 2));
+    QCOMPARE(Workplace::value(editor, 2, QStringLiteral("Pn-200")),
+             QStringLiteral("0x%1").arg(*place.drive->readRegister(200), 4, 16, QLatin1Char('0')));
+}
+
+void ParametersEndToEndTest::changedValueIsShownBlue()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(QStringLiteral("USB"));
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    place.drive->writeRegister(7, 1234);
+    boxes.expect(readingDone);
+    Workplace::clickAction(editor, "readAction");
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 30000);
+    QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("123.4"));
+    QCOMPARE(Workplace::colour(editor, 0, QStringLiteral("Pn-007")), QColor(Qt::blue));
+}
+
+void ParametersEndToEndTest::pageWriteReachesBothCopiesOfTheDrive()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(QStringLiteral("USB"));
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    Workplace::keepOnly(editor, {"Pn-007", "Pn-100", "Pn-304", "Pn-A04"});
+    Workplace::setValue(editor, 0, QStringLiteral("Pn-007"), QStringLiteral("321.5"));
+    Workplace::setValue(editor, 10, QStringLiteral("Pn-A04"), QStringLiteral("-123456"));
+    boxes.expect(writingDone);
+    Workplace::clickAction(editor, "writeAction");
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 20000);
+    QCOMPARE(*place.drive->readRegister(7), quint16(3215));
+    QCOMPARE(*place.drive->readPair(1004), -123456);
+    place.drive->powerCycle();
+    QCOMPARE(*place.drive->readRegister(7), quint16(3215));
+    QCOMPARE(*place.drive->readPair(1004), -123456);
+}
+
+void ParametersEndToEndTest::ramWriteIsLostWithThePower()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(QStringLiteral("USB"));
+    QTRY_VERIFY(place.isShownOnline());
+    ParameterEditor *const editor = place.openEditor();
+    const quint16 stored = *place.drive->readRegister(7);
+    editor->writeCurrentParameterToServo({"Pn-007", "", "55.5", "0.1rpm", "0.0", "6000.0"}, true);
+    QTRY_COMPARE(*place.drive->readRegister(7), quint16(555));
+    QCOMPARE(*place.drive->readRegister(7, kt500sim::RegisterCopy::Stored), stored);
+    place.drive->powerCycle();
+    QCOMPARE(*place.drive->readRegister(7), stored);
+}
+
+void ParametersEndToEndTest::oneParameterIsReadFromItsMenu()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(QStringLiteral("115200(485)"));
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    place.drive->writeRegister(8, 777);
+    ParameterTable *const page = Workplace::page(editor, 0);
+    const int row = Workplace::rowOf(page, QStringLiteral("Pn-008"));
+    const QPoint pos = page->visualItemRect(page->item(row, ParameterTable::ValueColumn)).center();
+    QContextMenuEvent event(QContextMenuEvent::Mouse, pos, page->viewport()->mapToGlobal(pos));
+    QCoreApplication::sendEvent(page->viewport(), &event);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
+    QTRY_COMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-008")), QStringLiteral("777"));
+}
+
+void ParametersEndToEndTest::titleAndIndicatorFollow()
+{
+    Workplace place(QStringLiteral("zh_CN"));
+    place.connectTo(QStringLiteral("115200(485)"));
+    QTRY_VERIFY(place.isShownOnline());
+    QVERIFY(place.openEditor());
+    auto *const area = place.window()->findChild<QMdiArea *>();
+    area->subWindowList().first()->showMaximized();
+    QTRY_COMPARE(place.window()->windowTitle(), QStringLiteral("Velmora V1.0.3 - [参数编辑]"));
+    // Asked for again, the window is only activated.
+    Workplace::clickAction(place.window(), "actionParameter_Editor");
+    QCOMPARE(area->subWindowList().size(), 1);
+}
+
+QTEST_MAIN(ParametersEndToEndTest)
+#include "tst_parameters_endtoend.moc"
