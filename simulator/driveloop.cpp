@@ -207,13 +207,14 @@ void DriveLoop::sendDue(TimePoint now)
 
 void DriveLoop::send(const OutgoingChunk &chunk)
 {
+    // Before the client can have the bytes, so that whoever has read a frame finds it in the log.
+    log(chunk.kind, chunk.bytes);
     const std::size_t written = m_terminal.write(chunk.bytes.data(), chunk.bytes.size());
     m_counters.bytesSent += written;
     if (chunk.kind == FrameKind::StreamFrame)
         ++(written == chunk.bytes.size() ? m_counters.streamFrames : m_counters.streamFramesDropped);
     if (chunk.answersCleanly)
         m_lastAnswered = true;
-    log(chunk.kind, chunk.bytes);
 }
 
 void DriveLoop::setFault(const Fault &fault)

@@ -2,7 +2,7 @@
 // The loop that serves one drive on one line: receives requests, lets the drive answer them, and sends the
 // answers at the right time and with the faults that were asked for.
 //
-// Owned by SimulatedDrive and used on its thread alone, from openLine() on.
+// Owned by SimulatedDrive: used on its thread while that runs, else on the caller's.
 #pragma once
 
 #include "simulator/drive.h"
@@ -29,7 +29,7 @@ class DriveLoop
 public:
     DriveLoop(Drive &drive, PseudoTerminal &terminal, nanoseconds frameGap);
 
-    /// One turn: sends what is due, sleeps until something is to be done, and takes what has come.
+    /// One turn: sleeps until something is to be done, takes what has come, and sends what is due.
     void turn();
 
     void setFault(const Fault &fault);

@@ -33,6 +33,9 @@ public:
     /// The device path, such as /dev/pts/3; after close() still that of the terminal that was.
     const std::string &devicePath() const;
 
+    /// False while no client has the terminal open; true as well where that can't be known.
+    bool hasClient() const;
+
     /// Sleeps until bytes have come, wake() was called, or \a deadline is reached; true if bytes have come.
     bool wait(std::optional<TimePoint> deadline);
     /// Ends the present or the next wait().

@@ -38,6 +38,11 @@ const std::string &PseudoTerminal::devicePath() const
     return d->devicePath;
 }
 
+bool PseudoTerminal::hasClient() const
+{
+    return false;
+}
+
 bool PseudoTerminal::wait(std::optional<TimePoint> deadline)
 {
     std::unique_lock<std::mutex> lock(d->mutex);

@@ -15,7 +15,8 @@ RegisterFile::RegisterFile(const RegisterTable &table)
 {
     for (const RegisterEntry &entry : table) {
         for (int word = 0; word < entry.words; ++word) {
-            const auto at = static_cast<std::size_t>(entry.offset + word);
+            const int offset = entry.offset + word;
+            const auto at = static_cast<std::size_t>(offset);
             const int shift = 16 * (entry.words - 1 - word);
             m_exists.set(at);
             m_readOnly.set(at, entry.readOnly);

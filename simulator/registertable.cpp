@@ -73,10 +73,11 @@ std::optional<RegisterTable> parseRegisterTable(const QString &text, QString *er
         RegisterEntry entry;
         QString fault = parseEntry(line, &entry);
         for (int word = 0; fault.isEmpty() && word < entry.words; ++word) {
-            const auto offset = static_cast<std::size_t>(entry.offset + word);
-            if (taken.test(offset))
+            const int offset = entry.offset + word;
+            const auto at = static_cast<std::size_t>(offset);
+            if (taken.test(at))
                 fault = QStringLiteral("offset %1 is listed twice").arg(offset);
-            taken.set(offset);
+            taken.set(at);
         }
         if (!fault.isEmpty()) {
             if (error != nullptr)

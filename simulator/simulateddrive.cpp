@@ -218,6 +218,11 @@ bool SimulatedDrive::isHungUp()
     return d->ask([&] { return d->loop.isHungUp(); });
 }
 
+bool SimulatedDrive::hasClient()
+{
+    return d->ask([&] { return d->terminal.hasClient(); });
+}
+
 void SimulatedDrive::setLineListener(std::function<void(bool up)> listener)
 {
     d->perform([&] {

@@ -68,6 +68,9 @@ public:
     /// Closes the terminal for \a duration; 0 until clearFaults().
     void hangUp(milliseconds duration);
     bool isHungUp();
+    /// Whether a client has the port open, as far as the drive has noticed: what a client left unread is gone
+    /// once this has been false. Always true on systems that don't tell.
+    bool hasClient();
 
     /// \a listener is called on the drive's thread with false when the line hangs up and with true when it is
     /// back, by then under its new devicePath().

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "simulator/console.h"
+
+#include <QtTest>
+
+using namespace kt500sim;
+
+class TestConsole : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void registerIsNamedInThreeWays_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("offset");
+        QTest::newRow("decimal") << "304" << 304;
+        QTest::newRow("hexadecimal") << "0x130" << 304;
+        QTest::newRow("code") << "Pn-304" << 304;
+        QTest::newRow("code without a hyphen") << "Pn304" << 304;
+        QTest::newRow("code of a lettered group") << "Pn-A04" << 1004;
+        QTest::newRow("lower case") << "pn-b06" << 1106;
+        QTest::newRow("status") << "Pn-F00" << 1500;
+        QTest::newRow("last") << "1599" << 1599;
+        QTest::newRow("beyond") << "1600" << -1;
+        QTest::newRow("negative") << "-1" << -1;
+        QTest::newRow("word") << "speed" << -1;
+        QTest::newRow("code too short") << "Pn-30" << -1;
+        QTest::newRow("nothing") << "" << -1;
+    }
+    void registerIsNamedInThreeWays()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, offset);
+        QCOMPARE(Console::parseOffset(text), offset);
+    }
+
+    void wrongCommandGetsAClearMessage_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("answer");
+        QTest::newRow("unknown") << "jump"
+                                 << "unknown command \"jump\"; \"help\" lists them";
+        QTest::newRow("known with too much") << "quit now"
+                                             << "unknown command \"quit now\"; \"help\" lists them";
+        QTest::newRow("fault without number") << "noreply"
+                                              << "usage: noreply N          lose the next N replies";
+        QTest::newRow("get nothing") << "get"
+                                     << "usage: get REGISTER";
+        QTest::newRow("get a hole") << "get 50"
+                                    << "the drive has no register 50";
+        QTest::newRow("set without value") << "set 7"
+                                           << "usage: set REGISTER VALUE";
+        QTest::newRow("set too wide") << "set 7 65536"
+                                      << "usage: set REGISTER VALUE";
+        QTest::newRow("store a hole") << "store 50 1"
+                                      << "the drive has no register 50";
+        QTest::newRow("log maybe") << "log maybe"
+                                   << "usage: log on|off";
+        QTest::newRow("pace half") << "pace 9600"
+                                   << "usage: pace BAUD MICROSECONDS";
+        QTest::newRow("advance nothing") << "advance"
+                                         << "usage: advance MS";
+    }
+    void wrongCommandGetsAClearMessage()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, answer);
+        SimulatedDrive drive;
+        Console console(drive, {});
+        QCOMPARE(console.execute(command), answer);
+        QVERIFY(!console.wantsToQuit());
+    }
+
+    void setReachesTheWorkingCopyAndStoreBoth()
+    {
+        SimulatedDrive drive;
+        Console console(drive, {});
+        QCOMPARE(console.execute(QStringLiteral("store Pn-007 1000")), QString());
+        QCOMPARE(console.execute(QStringLiteral("set Pn-007 0x0bb8")), QString());
+        QCOMPARE(console.execute(QStringLiteral("get Pn-007")),
+                 QStringLiteral("Pn-007: working 0x0bb8 (3000), stored 0x03e8 (1000)"));
+        QCOMPARE(console.execute(QStringLiteral("power-cycle")), QString());
+        QCOMPARE(console.execute(QStringLiteral("get Pn-007")),
+                 QStringLiteral("Pn-007: working 0x03e8 (1000), stored 0x03e8 (1000)"));
+        QCOMPARE(console.execute(QStringLiteral("factory")), QString());
+        QCOMPARE(console.execute(QStringLiteral("get Pn-007")),
+                 QStringLiteral("Pn-007: working 0x07d0 (2000), stored 0x07d0 (2000)"));
+    }
+
+    void negativeValueIsTwosComplement()
+    {
+        SimulatedDrive drive;
+        Console console(drive, {});
+        console.execute(QStringLiteral("set 253 -300"));
+        QCOMPARE(drive.readRegister(253).value(), std::uint16_t(0xfed4));
+    }
+
+    void modelIsSteppedByCommand()
+    {
+        SimulatedDrive drive;
+        Console console(drive, {});
+        console.execute(QStringLiteral("freeze"));
+        const auto before = drive.readPair(1511);
+        QCOMPARE(drive.readPair(1511), before);
+        QCOMPARE(console.execute(QStringLiteral("advance 100")), QString());
+        QVERIFY(drive.readPair(1511) != before);
+    }
+
+    void helpNamesEveryCommand()
+    {
+        const QString help = Console::help();
+        for (const char *word :
+             {"noreply", "badcrc", "split",    "late",        "stale",    "exception", "silence", "hangup",
+              "garbage", "stream", "clear",    "power-cycle", "factory",  "get",       "set",     "store",
+              "pace",    "freeze", "unfreeze", "advance",     "counters", "log",       "port",    "quit"})
+            QVERIFY2(help.contains(QLatin1String(word)), word);
+    }
+
+    void emptyLineDoesNothing()
+    {
+        SimulatedDrive drive;
+        Console console(drive, {});
+        QCOMPARE(console.execute(QStringLiteral("  ")), QString());
+    }
+
+    void quitIsRemembered()
+    {
+        SimulatedDrive drive;
+        Console console(drive, {});
+        QCOMPARE(console.execute(QStringLiteral("quit")), QString());
+        QVERIFY(console.wantsToQuit());
+    }
+};
+
+QTEST_APPLESS_MAIN(TestConsole)
+#include "tst_simulator_console.moc"
