@@ -28,35 +28,43 @@ int streamFrameCount(const QByteArray &chunk)
 
 void SerialPort::run()
 {
-    Loop loop(*this);
-    if (loop.open()) {
-        msleep(settleTime);
-        loop.turnUntilStopped();
+    {
+        Loop loop(*this);
+        if (loop.open()) {
+            msleep(settleTime);
+            loop.turnUntilStopped();
+        }
     }
-    loop.close();
     portOpened = false;
     stopRequested = false;
     if (!quietStop)
         emit servoONOFFLine(false);
+    const std::lock_guard<std::mutex> lock(mutex);
     quietStop = false;
 }
 
 SerialPort::Loop::Loop(SerialPort &serialPort)
-    : link(serialPort)
-    , probeFrame(QByteArray::fromHex(probeFrameText))
-    , probesLeft(probes)
-    , gap(silentGap(serialPort.baudRate))
+    : link(serialPort), probeFrame(QByteArray::fromHex(probeFrameText)), probesLeft(probes)
 {
+    const std::lock_guard<std::mutex> lock(link.mutex);
+    device.setPortName(link.portName);
+    baudRate = link.baudRate;
+    gap = silentGap(baudRate);
+}
+
+SerialPort::Loop::~Loop()
+{
+    if (device.isOpen())
+        device.close();
 }
 
 bool SerialPort::Loop::open()
 {
     DeviceWait::sharpenTimers();
-    device.setPortName(link.portName);
     device.setDataBits(QSerialPort::Data8);
     device.setParity(QSerialPort::NoParity);
     device.setStopBits(QSerialPort::OneStop);
-    device.setBaudRate(link.baudRate, QSerialPort::AllDirections);
+    device.setBaudRate(baudRate, QSerialPort::AllDirections);
     bool opened = device.open(QIODevice::ReadWrite);
     if (!opened) {
         // A device may refuse the speed, 100 most of all. It is opened at a speed that all know, and the
@@ -65,7 +73,7 @@ bool SerialPort::Loop::open()
         device.setBaudRate(QSerialPort::Baud9600, QSerialPort::AllDirections);
         opened = device.open(QIODevice::ReadWrite);
         if (opened)
-            device.setBaudRate(link.baudRate, QSerialPort::AllDirections);
+            device.setBaudRate(baudRate, QSerialPort::AllDirections);
     }
     portOpened = opened;
     return opened;
@@ -77,12 +85,6 @@ void SerialPort::Loop::turnUntilStopped()
     link.linkState = Probing;
     while (!link.stopRequested && portOpened)
         turn();
-}
-
-void SerialPort::Loop::close()
-{
-    if (device.isOpen())
-        device.close();
 }
 
 void SerialPort::Loop::turn()
@@ -115,7 +117,7 @@ void SerialPort::Loop::chooseWait()
     if (!probeFrame.isEmpty()) {
         currentFrame = probeFrame;
         probeFrame.clear();
-    } else if (link.baudRate == usbBaudRate) {
+    } else if (baudRate == usbBaudRate) {
         waitMs = shortWait;
     }
 }

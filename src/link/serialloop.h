@@ -11,12 +11,14 @@ class SerialPort::Loop
 {
 public:
     explicit Loop(SerialPort &serialPort);
+    // Closes the device.
+    ~Loop();
+    Q_DISABLE_COPY_MOVE(Loop)
 
     // Opens the device; the result also stands in SerialPort::portOpened.
     bool open();
     // Goes round until the link is given up or told to stop.
     void turnUntilStopped();
-    void close();
 
 private:
     void turn();
@@ -36,6 +38,7 @@ private:
 
     SerialPort &link;
     QSerialPort device;
+    qint32 baudRate = 0;
     QByteArray probeFrame;
     QByteArray currentFrame; // written on every turn until a chunk is accepted
     int waitMs = 0;

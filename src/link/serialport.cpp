@@ -43,13 +43,14 @@ void SerialPort::prepareShutdown()
     linkState = Closing;
 }
 
-// Waits for the end of run(), which takes one turn of the loop at most. A worker that was ending by itself
-// may have cleared the flags before they were set here, so they are cleared again for the next start.
+// Waits for the end of run(), which takes one turn of the loop at most. A worker that was ending by itself may
+// have cleared the flags before they were set here, so they are cleared again for the next start.
 void SerialPort::stopWorker()
 {
     stopRequested = true;
     quit();
     wait();
+    const std::lock_guard<std::mutex> lock(mutex);
     stopRequested = false;
     quietStop = false;
 }
@@ -96,16 +97,20 @@ void SerialPort::getPortName(QString port, qint32 baud)
         quietStop = true;
         stopWorker();
     }
-    if (port.contains(QLatin1Char('('))) {
-        portName = port.section(QLatin1Char('('), -1);
-        portName.chop(1);
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        if (port.contains(QLatin1Char('('))) {
+            portName = port.section(QLatin1Char('('), -1);
+            portName.chop(1);
+        }
+        if (!portName.isEmpty())
+            baudRate = baud;
     }
     if (portName.isEmpty()) {
         emit servoONOFFLine(false);
         usbTimer->stop();
         return;
     }
-    baudRate = baud;
     start(QThread::HighestPriority);
     usbTimer->start(watchInterval);
 }

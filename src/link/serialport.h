@@ -98,8 +98,6 @@ private:
     QByteArray scopeFrame;   // one-place mailbox
     QByteArray currentAddress;
     QString currentWindow;
-
-    // Written by the main thread while the worker is not running.
-    QString portName;
+    QString portName; // the target is written by the main thread only, while the worker does not run
     qint32 baudRate = 0;
 };

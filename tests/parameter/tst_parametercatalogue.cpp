@@ -2,10 +2,10 @@
 #include "parameter/parametercatalogue.h"
 #include "parameter/parametergroups.h"
 #include "parameter/readxmlthread.h"
+#include "support/signallog.h"
 #include "support/testdirectory.h"
 
 #include <QFile>
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -220,17 +220,18 @@ void ParameterCatalogueTest::threadReadsTheFileOfTheLanguage()
     QFETCH(int, rowCount);
     directory.setLanguage(language);
     ReadXmlThread thread;
-    QSignalSpy rows(&thread, &ReadXmlThread::readXml);
-    QSignalSpy finished(&thread, &QThread::finished);
+    const SignalLog rows(&thread, &ReadXmlThread::readXml);
+    int finished = 0;
+    connect(&thread, &QThread::finished, &thread, [&finished] { ++finished; });
     thread.start();
-    QTRY_COMPARE(finished.count(), 1);
+    QTRY_COMPARE(finished, 1);
     QCOMPARE(rows.count(), rowCount);
     // In the order of the document.
     int group = 0;
-    for (const QList<QVariant> &row : qAsConst(rows)) {
-        QVERIFY(row.at(0).toInt() >= group);
-        group = row.at(0).toInt();
-        QCOMPARE(row.at(1).toStringList().size(), 18);
+    for (const auto &[index, values, description] : rows.calls) {
+        QVERIFY(index >= group);
+        group = index;
+        QCOMPARE(values.size(), 18);
     }
     QCOMPARE(group, 11);
 }
@@ -243,10 +244,11 @@ void ParameterCatalogueTest::threadWithoutAFileEndsSilently()
     directory.setLanguage(QStringLiteral("en_US"));
     qCleanupResources_catalogue();
     ReadXmlThread thread;
-    QSignalSpy rows(&thread, &ReadXmlThread::readXml);
-    QSignalSpy finished(&thread, &QThread::finished);
+    const SignalLog rows(&thread, &ReadXmlThread::readXml);
+    int finished = 0;
+    connect(&thread, &QThread::finished, &thread, [&finished] { ++finished; });
     thread.start();
-    QTRY_COMPARE(finished.count(), 1);
+    QTRY_COMPARE(finished, 1);
     qInitResources_catalogue();
     QCOMPARE(rows.count(), 0);
 }

@@ -3,6 +3,7 @@
 
 #include "support/wire.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -67,7 +68,7 @@ void PtyPeer::open()
     terminal.wake();
 }
 
-QList<PtyPeer::Request> PtyPeer::requests() const
+std::vector<PtyPeer::Request> PtyPeer::requests() const
 {
     const std::lock_guard<std::mutex> lock(mutex);
     return received;
@@ -76,15 +77,23 @@ QList<PtyPeer::Request> PtyPeer::requests() const
 QList<QByteArray> PtyPeer::frames() const
 {
     QList<QByteArray> list;
-    const QList<Request> all = requests();
+    const std::vector<Request> all = requests();
     for (const Request &request : all)
         list.append(request.frame);
     return list;
 }
 
+QList<QByteArray> PtyPeer::framesOnce() const
+{
+    QList<QByteArray> list = frames();
+    list.erase(std::unique(list.begin(), list.end()), list.end());
+    return list;
+}
+
 int PtyPeer::frameCount() const
 {
-    return requests().size();
+    const std::lock_guard<std::mutex> lock(mutex);
+    return int(received.size());
 }
 
 void PtyPeer::forget()
@@ -98,7 +107,7 @@ void PtyPeer::answer(const QByteArray &request)
     Handler answering;
     {
         const std::lock_guard<std::mutex> lock(mutex);
-        received.append({request, clock.nsecsElapsed() / 1000});
+        received.push_back({request, clock.nsecsElapsed() / 1000});
         answering = handler;
     }
     const QByteArray reply = answering ? answering(request) : QByteArray();

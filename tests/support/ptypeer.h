@@ -15,6 +15,7 @@
 #include <functional>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 class PtyPeer
 {
@@ -42,8 +43,11 @@ public:
     void hangUp();
     void open();
 
-    QList<Request> requests() const;
+    std::vector<Request> requests() const;
     QList<QByteArray> frames() const;
+    // The same with one frame for each run of equal ones: what a busy machine makes the link repeat does not
+    // show.
+    QList<QByteArray> framesOnce() const;
     int frameCount() const;
     void forget();
 
@@ -59,7 +63,7 @@ private:
 
     mutable std::mutex mutex; // guards what follows
     Handler handler;
-    QList<Request> received;
+    std::vector<Request> received;
     QByteArray toWrite;
     bool wantedOpen = true;
 };
