@@ -44,7 +44,9 @@ void SerialPort::run()
 }
 
 SerialPort::Loop::Loop(SerialPort &serialPort)
-    : link(serialPort), probeFrame(QByteArray::fromHex(probeFrameText)), probesLeft(probes)
+    : link(serialPort)
+    , probeFrame(QByteArray::fromHex(probeFrameText))
+    , probesLeft(probes)
 {
     const std::lock_guard<std::mutex> lock(link.mutex);
     device.setPortName(link.portName);

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include <memory>
+
 namespace {
 
 constexpr int watchInterval = 1000;   // ms
@@ -43,8 +45,8 @@ void SerialPort::prepareShutdown()
     linkState = Closing;
 }
 
-// Waits for the end of run(), which takes one turn of the loop at most. A worker that was ending by itself may
-// have cleared the flags before they were set here, so they are cleared again for the next start.
+// Waits for the end of run(), which takes one turn of the loop at most. A worker that was ending by itself
+// may have cleared the flags before they were set here, so they are cleared again for the next start.
 void SerialPort::stopWorker()
 {
     stopRequested = true;
@@ -163,7 +165,8 @@ void SerialPort::connetFailedSlt()
     QMessageBox box(QMessageBox::NoIcon, QString(),
                     tr("Fail to connect to the device via \nRead Modbus Failed!"));
     // A box without any button gives itself an "OK" when it is shown, unless it has had one before.
-    box.removeButton(box.addButton(QMessageBox::Ok));
+    const std::unique_ptr<QPushButton> button(box.addButton(QMessageBox::Ok));
+    box.removeButton(button.get());
     QTimer::singleShot(noticeDuration, &box, &QDialog::accept);
     box.exec();
 }

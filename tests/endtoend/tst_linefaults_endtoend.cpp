@@ -88,7 +88,8 @@ void LineFaultsEndToEndTest::refusedRequestsDoNotStopTheRead()
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
     QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
-    QCOMPARE(int(place.drive->counters().retransmissions), 0);
+    // A refusal completes its request, so the link stays and the read goes on to its end.
+    QVERIFY(place.isShownOnline());
 }
 
 void LineFaultsEndToEndTest::garbageEndsTheReadWithAMessage()

@@ -219,6 +219,7 @@ void SerialPortTest::scopeFrameThroughTheRequestSlotTakesTheMailbox()
     // If its name were queued, the next reply would go to the editor.
     port.writeSlot(startFrame, QStringLiteral("Editor"));
     QTRY_COMPARE(deliveries.list, QStringList(delivery("scope", streamChunk)));
+    port.scopeIsRunning(false);
     port.writeSlot(readA, QStringLiteral("Monitor"));
     QTRY_COMPARE(deliveries.list.size(), 2);
     QCOMPARE(deliveries.list.last(), delivery("monitor", replyOf(readA)));
@@ -641,5 +642,5 @@ void SerialPortTest::idleWorkerRests()
     QCOMPARE(peer.framesOnce().size(), 1);
 }
 
-QTEST_GUILESS_MAIN(SerialPortTest)
+QTEST_MAIN(SerialPortTest)
 #include "tst_serialport.moc"

@@ -565,7 +565,7 @@ void MainWindowTest::geometryIsRestored()
 void MainWindowTest::brokenSettingsGiveTheDefaults_data()
 {
     QTest::addColumn<QByteArray>("contents");
-    QTest::newRow("garbage") << QByteArray("\x00\xff\x80[[[=\n\n=x\n", 14);
+    QTest::newRow("garbage") << QByteArray("\x00\xff\x80[[[=\n\n=x\n", 12);
     QTest::newRow("geometry of unexpected form") << QByteArray("geometry=12\n[Language]\nLanguage=en_US\n");
     QTest::newRow("empty") << QByteArray();
 }
