@@ -16,8 +16,14 @@ ParameterPageList::ParameterPageList(QWidget *parent)
     addItem(QString::fromLatin1(unfoldedHead));
     for (int index = 0; index < parameterGroupCount; ++index)
         addItem(parameterGroupLabel(index));
-    // Wide enough for the longest name where no splitter state says otherwise.
-    setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
+}
+
+QSize ParameterPageList::sizeHint() const
+{
+    constexpr int margin = 8;       // pixels
+    constexpr int widestList = 300; // pixels; the table's descriptions need the room
+    const int width = sizeHintForColumn(0) + 2 * frameWidth() + margin;
+    return {qMin(width, widestList), QListWidget::sizeHint().height()};
 }
 
 void ParameterPageList::toggleFold()
