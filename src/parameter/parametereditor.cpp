@@ -3,6 +3,7 @@
 
 #include "link/framecodec.h"
 #include "link/serialport.h"
+#include "parameter/parameterbatch.h"
 #include "parameter/parametercode.h"
 #include "parameter/parameterframes.h"
 #include "parameter/parametergroups.h"
@@ -44,6 +45,7 @@ ParameterEditor::ParameterEditor(QWidget *parent)
     replyTimer.setInterval(replyTimeout);
     connect(&replyTimer, &QTimer::timeout, this, &ParameterEditor::readWriteTimeout);
     buildWindow();
+    buildBatchWindow();
     loadCatalogue();
 }
 
@@ -132,6 +134,9 @@ void ParameterEditor::handleBaseParameter(QByteArray b)
     case StateVerifyWrite:
         compareReadBack(b);
         break;
+    case StateReadBatch:
+        takeBatchReply(b);
+        break;
     default:
         break;
     }
@@ -209,6 +214,7 @@ void ParameterEditor::writePageSlt()
 {
     writeQueue.clear();
     writeTotal = 0;
+    batchWriteFlag = false; // a batch write that ran into a time-out has left it
     requestState = StateWritePage;
     for (const ParameterTable *page : qAsConst(pages)) {
         for (int row = 0; row < page->rowCount(); ++row) {

@@ -10,6 +10,9 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <memory>
+
+class ParameterBatch;
 class ParameterPageList;
 class ParameterTable;
 class QProgressBar;
@@ -54,6 +57,20 @@ public slots:
     void handleBaseParameter(QByteArray b);
     void readPageSlt();
     void writePageSlt();
+    void openCsvSlot();
+    void saveCsvSlot();
+    void writeCsvSlot();
+    void newRowSlot();
+    void deleteRowSlot();
+    void editParaSlot();
+    void readParaCsvSlot();
+    void selectAllSlot();
+    void deselectAllSlot();
+    // Turns the batch table's editing on for a code or a value and off for the rest, and listens to its next
+    // change.
+    void Csv_DoubleClickedSlot(int row, int col);
+    // Fills a batch row from the page that holds its code, and listens no longer.
+    void Csv_ValueChangedSlot(int row, int col);
     void readWriteTimeout();
     // Sends the read-back of the head of the write queue; the reply that it follows is not looked at.
     void readRAM(QByteArray b);
@@ -73,12 +90,15 @@ private:
     QToolBar *buildToolBar();
     QSplitter *buildPages();
     QWidget *buildLegend();
+    void buildBatchWindow();
     void loadCatalogue();
 
     void send(const QByteArray &frame);
     void showReplyInTable(const QByteArray &reply, bool follow);
     void sendNextRead();
     void finishRead();
+    void sendNextBatchRead();
+    void takeBatchReply(const QByteArray &reply);
     void sendNextWrite();
     void finishWrite();
     void compareReadBack(const QByteArray &reply);
@@ -92,6 +112,7 @@ private:
     QList<QStringList> pageCodeLists; // full codes of each group, as the catalogue writes them
     QStringList doubleAddressList;    // codes of two registers
     ReadXmlThread *readXmlThread = nullptr;
+    std::unique_ptr<ParameterBatch> batch;
 
     QStringList readQueue;         // codes still to read; the head is in flight
     QList<QStringList> writeQueue; // records still to write; the head is in flight
@@ -101,6 +122,7 @@ private:
     QProgressBar *progressBar = nullptr; // of progressDialog
     QByteArray lastRegisterBytes; // of the last frame sent: a reply does not name its register
     int readTotal = 0;
+    int batchReadTotal = 0;
     int writeTotal = 0;
     bool batchWriteFlag = false; // the running write comes from the batch window
     bool isClosing = false;      // the MDI area still reports a state after a maximized window has gone

@@ -82,9 +82,10 @@ QToolBar *ParameterEditor::buildToolBar()
     QAction *const print = bar->addAction(icon("print.png"), tr("Print"));
     print->setObjectName(QStringLiteral("printAction"));
     print->setStatusTip(tr("PrintPreview"));
-    QAction *const batch = bar->addAction(icon("edit1.png"), tr("edit parameter"));
-    batch->setObjectName(QStringLiteral("editAction"));
+    QAction *const edit = bar->addAction(icon("edit1.png"), tr("edit parameter"));
+    edit->setObjectName(QStringLiteral("editAction"));
 
+    connect(edit, &QAction::triggered, this, &ParameterEditor::editParaSlot);
     connect(read, &QAction::triggered, this, &ParameterEditor::readPageSlt);
     connect(write, &QAction::triggered, this, &ParameterEditor::writePageSlt);
     return bar;

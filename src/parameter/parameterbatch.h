@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The window of a list of parameters, drawn from any page, that are read or written together. It holds the
+// list; what its tools do is the editor's. Main thread; a top-level window owned by ParameterEditor, and only
+// hidden when the user closes it.
+#pragma once
+
+#include "parameter/parameterbatchfile.h"
+
+#include <QList>
+#include <QStringList>
+#include <QWidget>
+
+class QAction;
+class QTableWidget;
+class QTableWidgetItem;
+class QToolBar;
+
+class ParameterBatch : public QWidget
+{
+    Q_OBJECT
+
+public:
+    enum Column {
+        CodeColumn,
+        ReadOnlyColumn,
+        ServoOffColumn,
+        RepowerColumn,
+        VolatileColumn,
+        HexColumn,
+        ValueColumn,
+        UnitColumn,
+        MinColumn,
+        MaxColumn,
+        DefaultColumn,
+        DescriptionColumn,
+        RealColumn,
+        ColumnCount
+    };
+
+    explicit ParameterBatch(QWidget *parent = nullptr);
+
+    // Adds a tool behind those there are; icon is a file name of the pictures. A value that is still being
+    // typed is taken over before the tool's action is heard elsewhere.
+    QAction *addTool(const QString &icon, const QString &text);
+    void addToolGap();
+
+    // Emits cellChanged for what is typed or filled in, and not when a row is ticked.
+    QTableWidget *table() const { return batchTable; }
+
+    // Appends a row of the first parameter, ticked and not yet filled; returns its number.
+    int appendRow();
+    void removeLastRow();
+    void setAllTicked(bool ticked);
+    // Whether a double-click opens the editor of a code or a value.
+    void setEditing(bool on);
+
+    // Fills a row from the cells of a page's row, the marks first; with none it is marked as unknown.
+    // pageCode is the code as that page spells it.
+    void fillRow(int row, const QString &pageCode, const QStringList &pageCells);
+    // Shows a reply, given as the hexadecimal text of its data bytes, beside the value. A row that is not
+    // there is passed over.
+    void showReply(int row, const QString &replyHex);
+
+    QString text(int row, Column column) const;
+    bool isTicked(int row) const;
+    // Codes of all rows, ticked or not.
+    QStringList codes() const;
+    // Code, H mark, value, unit, min and max of the rows that a write takes: ticked, and neither read-only
+    // nor named as reserved.
+    QList<QStringList> writeRecords() const;
+
+    QStringList heads() const;
+    QList<BatchRow> rows() const;
+    void setRows(const QList<BatchRow> &rows);
+
+    // Hides the window and shows it again, which puts it before the others.
+    void bringToFront();
+
+private:
+    void buildTable();
+    void buildHeads();
+    void setTicked(int row, bool ticked);
+    void setCode(int row, const QString &code, bool ticked);
+    void setCell(int row, int column, const QString &text);
+    void widenColumns(int row);
+
+    QToolBar *toolBar = nullptr;
+    QTableWidget *batchTable = nullptr;
+};

@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The parameter editor's part in the batch window: what its tools do, and how it shares the request engine.
+#include "parameter/parametereditor.h"
+
+#include "parameter/parameterbatch.h"
+#include "parameter/parametercode.h"
+#include "parameter/parameterframes.h"
+#include "parameter/parametertable.h"
+#include "parameter/wholefile.h"
+#include "widgets/messages.h"
+
+#include <QAction>
+#include <QFileDialog>
+#include <QPointer>
+#include <QProgressBar>
+#include <QProgressDialog>
+#include <QRegularExpression>
+#include <QTableWidget>
+
+namespace {
+
+// Shared by all editors of the process, and kept when a read ends with a time-out.
+quint16 batchReadProgress = 0;
+
+// The row of a page that holds the code, or -1. Where several rows have its number, as a mistyped code of the
+// catalogue makes them, the one that is spelt like it goes first.
+int rowOfCode(const ParameterTable *page, const QString &code, int number)
+{
+    int found = -1;
+    for (int row = 0; row < page->rowCount(); ++row) {
+        const QString rowCode = page->code(row);
+        if (rowCode.midRef(4, 2).toInt() != number)
+            continue;
+        if (rowCode.compare(shortCode(code), Qt::CaseInsensitive) == 0)
+            return row;
+        if (found < 0)
+            found = row;
+    }
+    return found;
+}
+
+} // namespace
+
+void ParameterEditor::buildBatchWindow()
+{
+    struct Tool
+    {
+        const char *icon;
+        QString text;
+        void (ParameterEditor::*slot)();
+    };
+    const QList<Tool> files{
+        {"open file.png", tr("open parameter file"), &ParameterEditor::openCsvSlot},
+        {"save.png", tr("save parameter file"), &ParameterEditor::saveCsvSlot},
+    };
+    const QList<Tool> others{
+        {"downarrow.png", tr("read parameter"), &ParameterEditor::readParaCsvSlot},
+        {"uparrow.png", tr("write parameter file"), &ParameterEditor::writeCsvSlot},
+        {"add.png", tr("newRow"), &ParameterEditor::newRowSlot},
+        {"sub.png", tr("deleteRow"), &ParameterEditor::deleteRowSlot},
+        {"selectAll.png", tr("selectAll"), &ParameterEditor::selectAllSlot},
+        {"deselectAll.png", tr("deselectAll"), &ParameterEditor::deselectAllSlot},
+    };
+
+    batch = std::make_unique<ParameterBatch>();
+    const auto addTools = [this](const QList<Tool> &tools) {
+        for (const Tool &tool : tools) {
+            QAction *const action = batch->addTool(QString::fromLatin1(tool.icon), tool.text);
+            connect(action, &QAction::triggered, this, tool.slot);
+        }
+    };
+    addTools(files);
+    batch->addToolGap();
+    addTools(others);
+    connect(batch->table(), &QTableWidget::cellDoubleClicked, this, &ParameterEditor::Csv_DoubleClickedSlot);
+}
+
+void ParameterEditor::editParaSlot()
+{
+    batch->bringToFront();
+}
+
+void ParameterEditor::newRowSlot()
+{
+    Csv_ValueChangedSlot(batch->appendRow(), ParameterBatch::CodeColumn);
+}
+
+void ParameterEditor::deleteRowSlot()
+{
+    batch->removeLastRow();
+}
+
+void ParameterEditor::selectAllSlot()
+{
+    batch->setAllTicked(true);
+}
+
+void ParameterEditor::deselectAllSlot()
+{
+    batch->setAllTicked(false);
+}
+
+void ParameterEditor::Csv_DoubleClickedSlot(int, int col)
+{
+    batch->setEditing(col == ParameterBatch::CodeColumn || col == ParameterBatch::ValueColumn);
+    disconnect(batch->table(), &QTableWidget::cellChanged, this, &ParameterEditor::Csv_ValueChangedSlot);
+    connect(batch->table(), &QTableWidget::cellChanged, this, &ParameterEditor::Csv_ValueChangedSlot);
+}
+
+void ParameterEditor::Csv_ValueChangedSlot(int row, int col)
+{
+    disconnect(batch->table(), &QTableWidget::cellChanged, this, &ParameterEditor::Csv_ValueChangedSlot);
+    if (col != ParameterBatch::CodeColumn)
+        return;
+
+    // Read as registerOf() reads it, but what are no digits there name no parameter.
+    static const QRegularExpression form(QStringLiteral("^.{3}[0-9A-Fa-f][0-9]{2}"));
+    const QString code = batch->text(row, ParameterBatch::CodeColumn);
+    const ParameterPlace place =
+        form.match(code).hasMatch() ? placeOfOffset(registerOf(code)) : ParameterPlace();
+    const ParameterTable *const page = place.group < 0 ? nullptr : pages.at(place.group);
+    const int pageRow = page ? rowOfCode(page, code, place.number) : -1;
+    if (pageRow < 0) {
+        batch->fillRow(row, QString(), {});
+        return;
+    }
+    QStringList cells;
+    for (int column = 0; column < ParameterTable::ColumnCount; ++column)
+        cells.append(page->text(pageRow, ParameterTable::Column(column)));
+    batch->fillRow(row, page->code(pageRow), cells);
+}
+
+void ParameterEditor::readParaCsvSlot()
+{
+    readQueue.append(batch->codes());
+    batchReadTotal = readQueue.size();
+    requestState = StateReadBatch;
+    sendNextBatchRead();
+}
+
+void ParameterEditor::sendNextBatchRead()
+{
+    if (readQueue.isEmpty()) {
+        replyTimer.stop();
+        progressDialog->close();
+        showMessage(tr("Parameters reading completed"));
+        batchReadProgress = 0;
+        return;
+    }
+    replyTimer.start();
+    showProgress(tr("Reading..."), batchReadTotal);
+    progressBar->setValue(++batchReadProgress);
+    const QString code = readQueue.first();
+    send(parameterReadFrame(code, isRegisterPair(code)));
+}
+
+void ParameterEditor::takeBatchReply(const QByteArray &reply)
+{
+    if (readQueue.isEmpty())
+        return;
+    // What an earlier read has left in the queue comes before the first row and is shown nowhere.
+    batch->showReply(batch->table()->rowCount() - readQueue.size(), replyData(reply));
+    readQueue.removeFirst();
+    sendNextBatchRead();
+}
+
+void ParameterEditor::writeCsvSlot()
+{
+    requestState = StateWritePage;
+    writeQueue = batch->writeRecords();
+    writeTotal = writeQueue.size();
+    batchWriteFlag = true;
+    sendNextWrite();
+}
+
+void ParameterEditor::saveCsvSlot()
+{
+    const QString name =
+        QFileDialog::getSaveFileName(batch.get(), tr("Save csv file"), QString(), tr("CSV File(*.csv)"));
+    if (name.isEmpty())
+        return;
+    if (!writeWholeFile(name, batchFile(batch->heads(), batch->rows()))) {
+        showMessage(tr("Save file failed!"));
+        return;
+    }
+    const QPointer<ParameterBatch> window(batch.get());
+    showMessage(tr("Save file completed"));
+    if (window)
+        window->bringToFront();
+}
+
+void ParameterEditor::openCsvSlot()
+{
+    const QString name = QFileDialog::getOpenFileName(batch.get(), tr("open csv file"), QString(),
+                                                      tr("Parameter File(*.csv)"));
+    if (name.isEmpty())
+        return;
+    const auto contents = readWholeFile(name);
+    if (!contents) {
+        showMessage(tr("Open file failed!"));
+        return;
+    }
+    batch->setRows(readBatchFile(*contents));
+    batch->bringToFront();
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// A parameter editor whose catalogue is loaded, with a peer that answers its frames. Main thread; an object
+// on the stack of a test function.
+#pragma once
+
+#include "parameter/parameterbatch.h"
+#include "parameter/parametereditor.h"
+#include "parameter/parametertable.h"
+#include "support/registerpeer.h"
+#include "support/testdirectory.h"
+
+#include <QApplication>
+#include <QListWidget>
+#include <QStackedWidget>
+#include <QTableWidget>
+#include <QTest>
+
+#include <memory>
+#include <stdexcept>
+
+class LoadedEditor
+{
+public:
+    explicit LoadedEditor(const QString &language = QStringLiteral("en_US"))
+    {
+        directory.setLanguage(language);
+        editor = std::make_unique<ParameterEditor>();
+        QObject::connect(editor.get(), qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort),
+                         &peer, &RegisterPeer::take);
+        QObject::connect(&peer, &RegisterPeer::reply, editor.get(), &ParameterEditor::handleBaseParameter);
+        // The first page is selected when the last row has come.
+        const auto *const list = editor->findChild<QListWidget *>();
+        if (!QTest::qWaitFor([list] { return list->currentRow() == 1; }, 20000))
+            throw std::runtime_error("the catalogue was not loaded");
+        const auto *const stack = editor->findChild<QStackedWidget *>();
+        for (int i = 0; i < stack->count(); ++i)
+            pages.append(qobject_cast<ParameterTable *>(stack->widget(i)));
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *window : windows) {
+            if (auto *const found = qobject_cast<ParameterBatch *>(window))
+                batch = found;
+        }
+    }
+
+    QTableWidgetItem *value(int page, int row) const
+    {
+        return pages.at(page)->item(row, ParameterTable::ValueColumn);
+    }
+
+    // Row of the page on which the code stands, by the text of its head.
+    int rowOf(int page, const QString &code) const
+    {
+        for (int row = 0; row < pages.at(page)->rowCount(); ++row) {
+            if (pages.at(page)->verticalHeaderItem(row)->text() == code)
+                return row;
+        }
+        return -1;
+    }
+
+    TestDirectory directory;
+    RegisterPeer peer;
+    std::unique_ptr<ParameterEditor> editor;
+    QList<ParameterTable *> pages;
+    ParameterBatch *batch = nullptr;
+};

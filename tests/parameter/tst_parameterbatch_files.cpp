@@ -1,0 +1,353 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "parameter/loadededitor.h"
+#include "support/filedialoganswers.h"
+#include "support/modalanswers.h"
+
+#include <QAction>
+#include <QFile>
+#include <QToolBar>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+#endif
+
+class ParameterBatchFilesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void dialogsOfferCsvFiles();
+    void cancelledDialogsDoNothing();
+    void savedFileHoldsHeadsAndRows();
+    void savingIsToldAndBringsTheWindowBack();
+    void savedRowsComeBackAsTheyWere_data();
+    void savedRowsComeBackAsTheyWere();
+    void failedSaveIsToldAndKeepsTheFile();
+#ifdef Q_OS_UNIX
+    void fullDiskIsToldAndKeepsTheFile();
+#endif
+    void openedFileReplacesTheRows();
+    void openedMarksHaveFontAndColour();
+    void openedRowOfAFewFieldsIsComplete();
+    void openingBringsTheWindowBack();
+    void fileThatIsGoneIsToldAndKeepsTheRows();
+    void fileThatIsTooLargeIsToldAndKeepsTheRows();
+    void foreignFileIsReadAsFarAsItGoes_data();
+    void foreignFileIsReadAsFarAsItGoes();
+    void openingFillsNoRowFromThePages();
+};
+
+namespace {
+
+const QString saveTitle = QStringLiteral("Save csv file");
+const QString openTitle = QStringLiteral("open csv file");
+const QString listName = QStringLiteral("list.csv");
+const QByteArray heads("Function code,\xE2\x98\x85,\xE2\x96\xA0,\xE2\x97\x8F,\xE2\x96\xB2,H,"
+                       "Value,Uint,Min,Max,Default,Description,Real,\n");
+
+QByteArray contentOf(const QString &name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+}
+
+void put(const QString &name, const QByteArray &bytes)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("the test can't write its own file");
+}
+
+void addRow(const LoadedEditor &loaded, const QString &code)
+{
+    loaded.editor->newRowSlot();
+    const int row = loaded.batch->table()->rowCount() - 1;
+    loaded.editor->Csv_DoubleClickedSlot(row, 0);
+    loaded.batch->table()->item(row, 0)->setText(code);
+}
+
+void save(const LoadedEditor &loaded)
+{
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Save file completed"));
+    FileDialogAnswers dialogs;
+    dialogs.expect(saveTitle, listName);
+    loaded.editor->saveCsvSlot();
+}
+
+void open(const LoadedEditor &loaded)
+{
+    const ModalAnswers noBox;
+    FileDialogAnswers dialogs;
+    dialogs.expect(openTitle, listName);
+    loaded.editor->openCsvSlot();
+}
+
+QStringList texts(const LoadedEditor &loaded, int row)
+{
+    QStringList list;
+    for (int column = 0; column < 13; ++column)
+        list.append(loaded.batch->table()->item(row, column)->text());
+    return list;
+}
+
+QList<QStringList> allTexts(const LoadedEditor &loaded)
+{
+    QList<QStringList> list;
+    for (int row = 0; row < loaded.batch->table()->rowCount(); ++row)
+        list.append(texts(loaded, row));
+    return list;
+}
+
+bool isTicked(const LoadedEditor &loaded, int row)
+{
+    return loaded.batch->table()->item(row, 0)->checkState() == Qt::Checked;
+}
+
+} // namespace
+
+void ParameterBatchFilesTest::dialogsOfferCsvFiles()
+{
+    const LoadedEditor loaded;
+    FileDialogAnswers dialogs;
+    dialogs.expectCancelled(openTitle);
+    dialogs.expectCancelled(saveTitle);
+    const QList<QAction *> tools = loaded.batch->findChild<QToolBar *>()->actions();
+    tools.at(0)->trigger();
+    tools.at(1)->trigger();
+    QCOMPARE(dialogs.seen.size(), 2);
+    QCOMPARE(dialogs.seen.at(0).filters, QStringList{"Parameter File(*.csv)"});
+    QCOMPARE(dialogs.seen.at(0).acceptMode, QFileDialog::AcceptOpen);
+    QCOMPARE(dialogs.seen.at(1).filters, QStringList{"CSV File(*.csv)"});
+    QCOMPARE(dialogs.seen.at(1).acceptMode, QFileDialog::AcceptSave);
+}
+
+void ParameterBatchFilesTest::cancelledDialogsDoNothing()
+{
+    const LoadedEditor loaded;
+    addRow(loaded, QStringLiteral("Pn-007"));
+    const QList<QStringList> before = allTexts(loaded);
+    const ModalAnswers noBox;
+    FileDialogAnswers dialogs;
+    dialogs.expectCancelled(openTitle);
+    dialogs.expectCancelled(saveTitle);
+    loaded.editor->openCsvSlot();
+    loaded.editor->saveCsvSlot();
+    QCOMPARE(allTexts(loaded), before);
+    QVERIFY(!loaded.batch->isVisible());
+}
+
+void ParameterBatchFilesTest::savedFileHoldsHeadsAndRows()
+{
+    const LoadedEditor loaded;
+    addRow(loaded, QStringLiteral("Pn-401"));
+    addRow(loaded, QStringLiteral("Pn-809"));
+    loaded.batch->table()->item(1, 0)->setCheckState(Qt::Unchecked);
+    loaded.batch->table()->item(1, 6)->setText(QStringLiteral("1.5"));
+    save(loaded);
+    QCOMPARE(contentOf(listName),
+             heads +
+                 "Pn-401-1,,,,,,100.0,0.1rpm,-6000.0,6000.0,100.0,Internal speed command setting,default,\n"
+                 "Pn-809-0,,\xE2\x96\xA0,,,,1.5,0.1,1.0,3.0,1.2,Overspeed fault threshold,default,\n");
+}
+
+void ParameterBatchFilesTest::savingIsToldAndBringsTheWindowBack()
+{
+    const LoadedEditor loaded;
+    QVERIFY(!loaded.batch->isVisible());
+    save(loaded);
+    QVERIFY(loaded.batch->isVisible());
+    QCOMPARE(contentOf(listName), heads);
+}
+
+void ParameterBatchFilesTest::savedRowsComeBackAsTheyWere_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("English") << QStringLiteral("en_US");
+    QTest::newRow("Chinese") << QStringLiteral("zh_CN");
+}
+
+void ParameterBatchFilesTest::savedRowsComeBackAsTheyWere()
+{
+    QFETCH(QString, language);
+    const LoadedEditor loaded(language);
+    QTableWidget *const table = loaded.batch->table();
+    for (const char *code : {"Pn-000", "Pn-004", "Pn-007", "Pn-304", "Pn-401", "Pn-606", "Pn-A04", "Pn-C00"})
+        addRow(loaded, QLatin1String(code));
+    for (int row = 0; row < table->rowCount(); row += 2)
+        table->item(row, 0)->setCheckState(Qt::Unchecked);
+    table->item(2, 6)->setText(QString());
+    table->item(3, 12)->setText(QStringLiteral("-5"));
+    const QList<QStringList> before = allTexts(loaded);
+    save(loaded);
+    while (table->rowCount() > 0)
+        loaded.editor->deleteRowSlot();
+    open(loaded);
+    QCOMPARE(allTexts(loaded), before);
+    for (int row = 0; row < table->rowCount(); ++row)
+        QCOMPARE(isTicked(loaded, row), row % 2 == 1);
+}
+
+void ParameterBatchFilesTest::failedSaveIsToldAndKeepsTheFile()
+{
+    const LoadedEditor loaded;
+    put(QStringLiteral("plain"), "old");
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Save file failed!"));
+    FileDialogAnswers dialogs;
+    dialogs.expect(saveTitle, QStringLiteral("plain/list.csv"));
+    loaded.editor->saveCsvSlot();
+    QCOMPARE(contentOf(QStringLiteral("plain")), QByteArray("old"));
+    QVERIFY(!loaded.batch->isVisible());
+}
+
+#ifdef Q_OS_UNIX
+void ParameterBatchFilesTest::fullDiskIsToldAndKeepsTheFile()
+{
+    const LoadedEditor loaded;
+    put(listName, "old");
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("list.csv already exists.\nDo you want to replace it?"), QMessageBox::Yes);
+    boxes.expect(QStringLiteral("Save file failed!"));
+    FileDialogAnswers dialogs;
+    dialogs.expect(saveTitle, listName);
+
+    // No file can grow beyond fifty bytes, as on a disk that is full.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    rlimit limit = before;
+    limit.rlim_cur = 50;
+    setrlimit(RLIMIT_FSIZE, &limit);
+    loaded.editor->saveCsvSlot();
+    setrlimit(RLIMIT_FSIZE, &before);
+    QCOMPARE(contentOf(listName), QByteArray("old"));
+}
+#endif
+
+void ParameterBatchFilesTest::openedFileReplacesTheRows()
+{
+    const LoadedEditor loaded;
+    for (int i = 0; i < 5; ++i)
+        addRow(loaded, QStringLiteral("Pn-007"));
+    put(listName, heads + "Pn-304-1,,,,,,5,pp,1,9,7,gear,8,\nPn-A04-0,,,,,,6,,,,,,,\n");
+    open(loaded);
+    QCOMPARE(allTexts(loaded),
+             (QList<QStringList>{{"Pn-304", "", "", "", "", "", "5", "pp", "1", "9", "7", "gear", "8"},
+                                 {"Pn-A04", "", "", "", "", "", "6", "", "", "", "", "", ""}}));
+    QVERIFY(isTicked(loaded, 0));
+    QVERIFY(!isTicked(loaded, 1));
+    const QTableWidget *const table = loaded.batch->table();
+    QCOMPARE(Qt::Alignment(table->item(0, 0)->textAlignment()), Qt::AlignLeft | Qt::AlignVCenter);
+    for (int column = 1; column < 13; ++column)
+        QCOMPARE(Qt::Alignment(table->item(0, column)->textAlignment()), Qt::AlignCenter);
+}
+
+void ParameterBatchFilesTest::openedMarksHaveFontAndColour()
+{
+    const LoadedEditor loaded;
+    // The second row has marks in columns of others, which are plain text there.
+    put(listName, "Pn-000-1,\xE2\x98\x85,\xE2\x96\xA0,\xE2\x97\x8F,\xE2\x96\xB2,H,\n"
+                  "Pn-001-1,H,\xE2\x98\x85,F,,\xE2\x96\xA0,\n");
+    open(loaded);
+    const QTableWidget *const table = loaded.batch->table();
+    const QStringList colours{"#008080", "#0000ff", "#ff0000", "#000000", "#bc00f3"};
+    for (int i = 0; i < 5; ++i) {
+        QCOMPARE(table->item(0, 1 + i)->foreground().color().name(), colours.at(i));
+        QCOMPARE(table->item(0, 1 + i)->font().pointSize(), i < 4 ? 17 : 15);
+        QCOMPARE(table->item(1, 1 + i)->data(Qt::ForegroundRole), QVariant());
+        QCOMPARE(table->item(1, 1 + i)->data(Qt::FontRole), QVariant());
+    }
+}
+
+void ParameterBatchFilesTest::openedRowOfAFewFieldsIsComplete()
+{
+    const LoadedEditor loaded;
+    put(listName, "Pn-304-1,\nPn-305\n");
+    open(loaded);
+    QCOMPARE(allTexts(loaded), (QList<QStringList>{{"Pn-304", "", "", "", "", "", "", "", "", "", "", "", ""},
+                                                   {"", "", "", "", "", "", "", "", "", "", "", "", ""}}));
+    loaded.editor->selectAllSlot();
+    QVERIFY(isTicked(loaded, 1));
+}
+
+void ParameterBatchFilesTest::openingBringsTheWindowBack()
+{
+    const LoadedEditor loaded;
+    put(listName, heads);
+    open(loaded);
+    QVERIFY(loaded.batch->isVisible());
+}
+
+void ParameterBatchFilesTest::fileThatIsGoneIsToldAndKeepsTheRows()
+{
+    const LoadedEditor loaded;
+    addRow(loaded, QStringLiteral("Pn-007"));
+    const QList<QStringList> before = allTexts(loaded);
+    put(listName, heads);
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Open file failed!"));
+    FileDialogAnswers dialogs;
+    dialogs.expect(openTitle, listName, [] { QFile::remove(listName); });
+    loaded.editor->openCsvSlot();
+    QCOMPARE(allTexts(loaded), before);
+}
+
+void ParameterBatchFilesTest::fileThatIsTooLargeIsToldAndKeepsTheRows()
+{
+    const LoadedEditor loaded;
+    addRow(loaded, QStringLiteral("Pn-007"));
+    const QList<QStringList> before = allTexts(loaded);
+    put(listName, "Pn-304-1,\n" + QByteArray(4 * 1024 * 1024, '\n'));
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Open file failed!"));
+    FileDialogAnswers dialogs;
+    dialogs.expect(openTitle, listName);
+    loaded.editor->openCsvSlot();
+    QCOMPARE(allTexts(loaded), before);
+}
+
+void ParameterBatchFilesTest::foreignFileIsReadAsFarAsItGoes_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<int>("rows");
+    QByteArray binary;
+    for (int i = 0; i < 65536; ++i)
+        binary.append(char((i * 7 + i / 256) % 64));
+    QTest::newRow("empty") << QByteArray() << 0;
+    QTest::newRow("binary") << binary << 0;
+    QTest::newRow("another table") << QByteArray("a,b,c\n1,2,3\n") << 0;
+    QTest::newRow("parameter file") << QByteArray("UG4tMDAw\r\nMHgwMDAw\r\n") << 0;
+    QTest::newRow("export of the pages")
+        << QByteArray(",\xE2\x98\x85,Value,\nPn-000,,5,\n\r\n,Value,\n") << 1;
+    QTest::newRow("line of a megabyte") << "Pn-304-1," + QByteArray(1024 * 1024, 'x') + ",\n" << 1;
+    QTest::newRow("a thousand fields") << "Pn-304-1" + QByteArray(1000, ',') + "\n" << 1;
+    QTest::newRow("cut within a row") << QByteArray("Pn-304-1,a,b,\nPn-305-1,a,1") << 2;
+}
+
+void ParameterBatchFilesTest::foreignFileIsReadAsFarAsItGoes()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(int, rows);
+    const LoadedEditor loaded;
+    addRow(loaded, QStringLiteral("Pn-007"));
+    put(listName, file);
+    open(loaded);
+    QCOMPARE(loaded.batch->table()->rowCount(), rows);
+    QCOMPARE(loaded.batch->table()->columnCount(), 13);
+}
+
+void ParameterBatchFilesTest::openingFillsNoRowFromThePages()
+{
+    const LoadedEditor loaded;
+    addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.editor->Csv_DoubleClickedSlot(0, 0);
+    put(listName, "Pn-401-1,,,,,,5,,,,,mine,,\n");
+    open(loaded);
+    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("5"));
+    QCOMPARE(loaded.batch->table()->item(0, 11)->text(), QStringLiteral("mine"));
+}
+
+QTEST_MAIN(ParameterBatchFilesTest)
+#include "tst_parameterbatch_files.moc"
