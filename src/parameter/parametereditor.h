@@ -54,8 +54,10 @@ signals:
 public slots:
     void readCurrentParameter(QStringList dataList);
     void writeCurrentParameterToServo(QStringList dataList, bool isWriteRAM);
+    void saveParameters();
     void handleBaseParameter(QByteArray b);
     void readPageSlt();
+    void openExistParameter();
     void writePageSlt();
     void openCsvSlot();
     void saveCsvSlot();

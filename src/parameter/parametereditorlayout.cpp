@@ -85,6 +85,8 @@ QToolBar *ParameterEditor::buildToolBar()
     QAction *const edit = bar->addAction(icon("edit1.png"), tr("edit parameter"));
     edit->setObjectName(QStringLiteral("editAction"));
 
+    connect(open, &QAction::triggered, this, &ParameterEditor::openExistParameter);
+    connect(save, &QAction::triggered, this, &ParameterEditor::saveParameters);
     connect(edit, &QAction::triggered, this, &ParameterEditor::editParaSlot);
     connect(read, &QAction::triggered, this, &ParameterEditor::readPageSlt);
     connect(write, &QAction::triggered, this, &ParameterEditor::writePageSlt);

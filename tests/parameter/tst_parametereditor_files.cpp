@@ -1,0 +1,464 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "parameter/loadededitor.h"
+#include "support/filedialoganswers.h"
+#include "support/modalanswers.h"
+#include "support/wire.h"
+
+#include <QAction>
+#include <QFile>
+#include <QTranslator>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/resource.h>
+#endif
+
+class ParameterEditorFilesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void saveDialogOffersBothFormats();
+    void openDialogOffersTheFormatThatIsReadBack();
+    void cancelledDialogsDoNothing();
+    void savedFileHoldsEveryPageInOrder_data() { languages(); }
+    void savedFileHoldsEveryPageInOrder();
+    void savingAndOpeningRestoresEveryValue_data() { languages(); }
+    void savingAndOpeningRestoresEveryValue();
+    void openingTouchesNoColourAndNoOtherColumn();
+    void nameDecidesTheFormat_data();
+    void nameDecidesTheFormat();
+    void nameWithoutAFormatEmptiesTheFileThatWasThere();
+    void exportHoldsTheWholeTables_data() { languages(); }
+    void exportHoldsTheWholeTables();
+    void exportHasTheHeadsOfTheInterface();
+    void openedValuesAreWhatAPageWriteSends();
+    void nothingGoesToTheDriveByItself();
+    void failedSaveIsToldAndKeepsTheFile();
+#ifdef Q_OS_UNIX
+    void fullDiskIsToldAndKeepsTheFile();
+#endif
+    void fileThatIsGoneIsTold();
+    void fileThatIsTooLargeIsTold();
+    void foreignFileIsReadAsFarAsItGoes_data();
+    void foreignFileIsReadAsFarAsItGoes();
+    void fileOfTheOtherLanguageLandsByPlace();
+    void openingBeforeTheCatalogueIsThereIsHarmless();
+
+private:
+    static void languages();
+};
+
+namespace {
+
+const QString saveTitle = QStringLiteral("Save scp file");
+const QString openTitle = QStringLiteral("open scp file");
+const QString scpFilter = QStringLiteral("Parameter File(*.scp)");
+const QString csvFilter = QStringLiteral("CSV File(*.csv)");
+
+QByteArray contentOf(const QString &name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+}
+
+void put(const QString &name, const QByteArray &bytes)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("the test can't write its own file");
+}
+
+void save(const LoadedEditor &loaded, const QString &name)
+{
+    FileDialogAnswers dialogs;
+    dialogs.expect(saveTitle, name);
+    loaded.editor->saveParameters();
+}
+
+void open(const LoadedEditor &loaded, const QString &name)
+{
+    FileDialogAnswers dialogs;
+    dialogs.expect(openTitle, name);
+    loaded.editor->openExistParameter();
+}
+
+QList<QStringList> valuesOf(const LoadedEditor &loaded)
+{
+    QList<QStringList> values;
+    for (int page = 0; page < loaded.pages.size(); ++page) {
+        values.append(QStringList());
+        for (int row = 0; row < loaded.pages.at(page)->rowCount(); ++row)
+            values.last().append(loaded.value(page, row)->text());
+    }
+    return values;
+}
+
+void setAllValues(const LoadedEditor &loaded, const QString &text)
+{
+    for (int page = 0; page < loaded.pages.size(); ++page) {
+        for (int row = 0; row < loaded.pages.at(page)->rowCount(); ++row)
+            loaded.value(page, row)->setText(text);
+    }
+}
+
+class MarkingTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        return qstrcmp(context, "ParameterTable") == 0 ? QStringLiteral("zh:") + QString::fromUtf8(source)
+                                                       : QString();
+    }
+};
+
+} // namespace
+
+void ParameterEditorFilesTest::languages()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("English") << QStringLiteral("en_US");
+    QTest::newRow("Chinese") << QStringLiteral("zh_CN");
+}
+
+void ParameterEditorFilesTest::saveDialogOffersBothFormats()
+{
+    const LoadedEditor loaded;
+    FileDialogAnswers dialogs;
+    dialogs.expectCancelled(saveTitle);
+    loaded.editor->findChild<QAction *>(QStringLiteral("saveAction"))->trigger();
+    QCOMPARE(dialogs.seen.size(), 1);
+    QCOMPARE(dialogs.seen.first().filters, (QStringList{scpFilter, csvFilter}));
+    QCOMPARE(dialogs.seen.first().acceptMode, QFileDialog::AcceptSave);
+}
+
+void ParameterEditorFilesTest::openDialogOffersTheFormatThatIsReadBack()
+{
+    const LoadedEditor loaded;
+    FileDialogAnswers dialogs;
+    dialogs.expectCancelled(openTitle);
+    loaded.editor->findChild<QAction *>(QStringLiteral("openAction"))->trigger();
+    QCOMPARE(dialogs.seen.size(), 1);
+    QCOMPARE(dialogs.seen.first().filters, QStringList{scpFilter});
+    QCOMPARE(dialogs.seen.first().acceptMode, QFileDialog::AcceptOpen);
+    QCOMPARE(dialogs.seen.first().fileMode, QFileDialog::ExistingFile);
+}
+
+void ParameterEditorFilesTest::cancelledDialogsDoNothing()
+{
+    const LoadedEditor loaded;
+    const ModalAnswers noBox;
+    const QList<QStringList> before = valuesOf(loaded);
+    const QStringList filesBefore = QDir(loaded.directory.path()).entryList(QDir::Files);
+    FileDialogAnswers dialogs;
+    dialogs.expectCancelled(saveTitle);
+    dialogs.expectCancelled(openTitle);
+    loaded.editor->saveParameters();
+    loaded.editor->openExistParameter();
+    QCOMPARE(valuesOf(loaded), before);
+    QCOMPARE(QDir(loaded.directory.path()).entryList(QDir::Files), filesBefore);
+}
+
+void ParameterEditorFilesTest::savedFileHoldsEveryPageInOrder()
+{
+    QFETCH(QString, language);
+    const LoadedEditor loaded(language);
+    const ModalAnswers noBox;
+    loaded.value(0, 0)->setText(QStringLiteral("100.0"));
+    loaded.value(0, 1)->setText(QString());
+    save(loaded, QStringLiteral("set-up.scp"));
+
+    const QByteArray file = contentOf(QStringLiteral("set-up.scp"));
+    // Pn-000, 100.0 and an empty value.
+    QVERIFY(file.startsWith("UG4tMDAw\r\nMTAwLjA=\r\n\r\n"));
+    QVERIFY(file.endsWith("\r\n"));
+    QVERIFY(file.contains("\r\nUG4tQTAw\r\n")); // Pn-A00
+    QCOMPARE(file.count('\n'), file.count("\r\n"));
+
+    QList<QByteArray> lines = file.split('\n');
+    QCOMPARE(lines.takeLast(), QByteArray());
+    for (int page = 0; page < 12; ++page) {
+        const QString head = QStringLiteral("Pn-%1").arg(QStringLiteral("0123456789AB").at(page));
+        QVERIFY(QByteArray::fromBase64(lines.takeFirst()).startsWith(head.toLatin1()));
+        for (int row = 0; row < loaded.pages.at(page)->rowCount(); ++row)
+            QCOMPARE(QByteArray::fromBase64(lines.takeFirst()), loaded.value(page, row)->text().toUtf8());
+    }
+    QVERIFY(lines.isEmpty());
+}
+
+void ParameterEditorFilesTest::savingAndOpeningRestoresEveryValue()
+{
+    QFETCH(QString, language);
+    const LoadedEditor loaded(language);
+    const ModalAnswers noBox;
+    // Each its own, every seventh empty.
+    for (int page = 0; page < 12; ++page) {
+        for (int row = 0; row < loaded.pages.at(page)->rowCount(); ++row)
+            loaded.value(page, row)->setText(row % 7 == 3 ? QString()
+                                                          : QStringLiteral("-%1.%2").arg(page).arg(row));
+    }
+    const QList<QStringList> before = valuesOf(loaded);
+    save(loaded, QStringLiteral("set-up.scp"));
+    setAllValues(loaded, QStringLiteral("other"));
+    open(loaded, QStringLiteral("set-up.scp"));
+    QCOMPARE(valuesOf(loaded), before);
+}
+
+void ParameterEditorFilesTest::openingTouchesNoColourAndNoOtherColumn()
+{
+    const LoadedEditor loaded;
+    const ModalAnswers noBox;
+    save(loaded, QStringLiteral("set-up.scp"));
+    loaded.value(0, 2)->setForeground(Qt::red);
+    loaded.value(0, 3)->setForeground(Qt::blue);
+    loaded.value(0, 3)->setText(QStringLiteral("other"));
+    QStringList others;
+    for (int column = 0; column < 11; ++column)
+        others.append(loaded.pages.at(0)->item(3, column)->text());
+    others[ParameterTable::ValueColumn] = QString();
+    open(loaded, QStringLiteral("set-up.scp"));
+    QCOMPARE(loaded.value(0, 2)->foreground().color(), QColor(Qt::red));
+    QCOMPARE(loaded.value(0, 3)->foreground().color(), QColor(Qt::blue));
+    QVERIFY(loaded.value(0, 3)->text() != QStringLiteral("other"));
+    for (int column = 0; column < 11; ++column) {
+        if (column != ParameterTable::ValueColumn)
+            QCOMPARE(loaded.pages.at(0)->item(3, column)->text(), others.at(column));
+    }
+}
+
+void ParameterEditorFilesTest::nameDecidesTheFormat_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("filter");
+    QTest::addColumn<QByteArray>("start");
+    const QByteArray scp("UG4tMDAw\r\n");
+    const QByteArray csv(",\xE2\x98\x85,");
+    QTest::newRow("scp") << "a.scp" << scpFilter << scp;
+    QTest::newRow("SCP") << "a.SCP" << scpFilter << scp;
+    QTest::newRow("csv") << "a.csv" << csvFilter << csv;
+    QTest::newRow("Csv") << "a.Csv" << csvFilter << csv;
+    QTest::newRow("scp in the other filter") << "a.scp" << csvFilter << scp;
+    QTest::newRow("csv in the other filter") << "a.csv" << scpFilter << csv;
+    QTest::newRow("both") << "a.csv.scp" << scpFilter << scp;
+    QTest::newRow("none") << "a" << scpFilter << QByteArray();
+    QTest::newRow("another") << "a.txt" << scpFilter << QByteArray();
+    QTest::newRow("scp without a point") << "scp" << scpFilter << QByteArray();
+}
+
+void ParameterEditorFilesTest::nameDecidesTheFormat()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, filter);
+    QFETCH(QByteArray, start);
+    const LoadedEditor loaded;
+    const ModalAnswers noBox;
+    FileDialogAnswers dialogs;
+    dialogs.expect(saveTitle, name, filter);
+    loaded.editor->saveParameters();
+    QVERIFY(QFile::exists(name));
+    const QByteArray file = contentOf(name);
+    if (start.isEmpty())
+        QCOMPARE(file, QByteArray());
+    else
+        QCOMPARE(file.left(start.size()), start);
+}
+
+void ParameterEditorFilesTest::nameWithoutAFormatEmptiesTheFileThatWasThere()
+{
+    const LoadedEditor loaded;
+    put(QStringLiteral("a"), "old");
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("a already exists.\nDo you want to replace it?"), QMessageBox::Yes);
+    save(loaded, QStringLiteral("a"));
+    QCOMPARE(contentOf(QStringLiteral("a")), QByteArray());
+}
+
+void ParameterEditorFilesTest::exportHoldsTheWholeTables()
+{
+    QFETCH(QString, language);
+    const LoadedEditor loaded(language);
+    const ModalAnswers noBox;
+    save(loaded, QStringLiteral("all.csv"));
+    const QByteArray file = contentOf(QStringLiteral("all.csv"));
+
+    const QByteArray head = ",\xE2\x98\x85,\xE2\x96\xA0,\xE2\x97\x8F,\xE2\x96\xB2,H,"
+                            "Value,Uint,Min,Max,Default,Description,";
+    QList<QByteArray> lines = file.split('\n');
+    QCOMPARE(lines.takeLast(), QByteArray());
+    for (int page = 0; page < 12; ++page) {
+        if (page > 0)
+            QCOMPARE(lines.takeFirst(), QByteArray("\r"));
+        QCOMPARE(lines.takeFirst(), head);
+        for (int row = 0; row < loaded.pages.at(page)->rowCount(); ++row) {
+            QByteArray line = loaded.pages.at(page)->verticalHeaderItem(row)->text().toUtf8() + ',';
+            for (int column = 0; column < 11; ++column)
+                line += loaded.pages.at(page)->item(row, column)->text().toUtf8() + ',';
+            QCOMPARE(lines.takeFirst(), line);
+        }
+    }
+    QVERIFY(lines.isEmpty());
+    if (language == QLatin1String("en_US"))
+        QVERIFY(file.contains("\nPn-007,,,,,,200.0,0.1rpm,0.0,6000.0,200.0,JOG speed value,\n"));
+}
+
+void ParameterEditorFilesTest::exportHasTheHeadsOfTheInterface()
+{
+    MarkingTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    const LoadedEditor loaded;
+    save(loaded, QStringLiteral("all.csv"));
+    const QByteArray file = contentOf(QStringLiteral("all.csv"));
+    QCOMPARE(file.count(",H,zh:Value,zh:Uint,zh:Min,zh:Max,zh:Default,zh:Description,\n"), 12);
+}
+
+void ParameterEditorFilesTest::openedValuesAreWhatAPageWriteSends()
+{
+    LoadedEditor loaded;
+    // Page 11: Pn-B00 gets 5. Page 4: Pn-400 gets nothing, Pn-401 -100.0, a pair in tenths.
+    put(QStringLiteral("set-up.scp"), "UG4tQjAw\r\nNQ==\r\nUG4tNDAw\r\n\r\nLTEwMC4w\r\n");
+    open(loaded, QStringLiteral("set-up.scp"));
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Parameters writing completed"));
+    loaded.editor->writePageSlt();
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+    QCOMPARE(loaded.peer.frames.count(wire::frame("01 10 e4 4c 00 01 02 00 05")), 1);
+    QCOMPARE(loaded.peer.frames.count(wire::frame("01 10 e1 90 00 01 02 00 00")), 1);
+    QCOMPARE(loaded.peer.frames.count(wire::frame("01 10 e1 91 00 02 04 ff ff fc 18")), 1);
+}
+
+void ParameterEditorFilesTest::nothingGoesToTheDriveByItself()
+{
+    const LoadedEditor loaded;
+    save(loaded, QStringLiteral("set-up.scp"));
+    open(loaded, QStringLiteral("set-up.scp"));
+    QVERIFY(loaded.peer.frames.isEmpty());
+}
+
+void ParameterEditorFilesTest::failedSaveIsToldAndKeepsTheFile()
+{
+    const LoadedEditor loaded;
+    put(QStringLiteral("plain"), "old");
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Save file failed!"));
+    save(loaded, QStringLiteral("plain/set-up.scp"));
+    QCOMPARE(contentOf(QStringLiteral("plain")), QByteArray("old"));
+}
+
+#ifdef Q_OS_UNIX
+void ParameterEditorFilesTest::fullDiskIsToldAndKeepsTheFile()
+{
+    const LoadedEditor loaded;
+    put(QStringLiteral("set-up.scp"), "old");
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("set-up.scp already exists.\nDo you want to replace it?"), QMessageBox::Yes);
+    boxes.expect(QStringLiteral("Save file failed!"));
+
+    // No file can grow beyond a hundred bytes, as on a disk that is full.
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    rlimit limit = before;
+    limit.rlim_cur = 100;
+    setrlimit(RLIMIT_FSIZE, &limit);
+    save(loaded, QStringLiteral("set-up.scp"));
+    setrlimit(RLIMIT_FSIZE, &before);
+    QCOMPARE(contentOf(QStringLiteral("set-up.scp")), QByteArray("old"));
+}
+#endif
+
+void ParameterEditorFilesTest::fileThatIsGoneIsTold()
+{
+    const LoadedEditor loaded;
+    const QList<QStringList> before = valuesOf(loaded);
+    put(QStringLiteral("set-up.scp"), "UG4tMDAw\r\nMQ==\r\n");
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Open file failed!"));
+    FileDialogAnswers dialogs;
+    dialogs.expect(openTitle, QStringLiteral("set-up.scp"),
+                   [] { QFile::remove(QStringLiteral("set-up.scp")); });
+    loaded.editor->openExistParameter();
+    QCOMPARE(valuesOf(loaded), before);
+}
+
+void ParameterEditorFilesTest::fileThatIsTooLargeIsTold()
+{
+    const LoadedEditor loaded;
+    const QList<QStringList> before = valuesOf(loaded);
+    put(QStringLiteral("set-up.scp"), "UG4tMDAw\r\nMQ==\r\n" + QByteArray(4 * 1024 * 1024, '\n'));
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Open file failed!"));
+    open(loaded, QStringLiteral("set-up.scp"));
+    QCOMPARE(valuesOf(loaded), before);
+}
+
+void ParameterEditorFilesTest::foreignFileIsReadAsFarAsItGoes_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("first"); // of the page Pn-1XX afterwards; the other pages stay
+    QByteArray binary;
+    for (int i = 0; i < 65536; ++i)
+        binary.append(char(i * 7 + i / 256));
+    QTest::newRow("empty") << QByteArray() << "0";
+    QTest::newRow("binary") << binary << "0";
+    QTest::newRow("line of a megabyte") << QByteArray(1024 * 1024, 'A') << "0";
+    QTest::newRow("cut within the first value") << QByteArray("UG4tMTAw\r\nMTI") << "12";
+    QTest::newRow("too many values") << "UG4tMTAw\r\n" + QByteArray("Nw==\r\n").repeated(100000) << "7";
+    QTest::newRow("page that there is not") << QByteArray("UG4tRjAw\r\nNw==\r\n") << "0";
+}
+
+void ParameterEditorFilesTest::foreignFileIsReadAsFarAsItGoes()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QString, first);
+    const LoadedEditor loaded;
+    const ModalAnswers noBox;
+    loaded.value(1, 0)->setText(QStringLiteral("0"));
+    QList<QStringList> before = valuesOf(loaded);
+    put(QStringLiteral("foreign.scp"), file);
+    open(loaded, QStringLiteral("foreign.scp"));
+    QList<QStringList> after = valuesOf(loaded);
+    QCOMPARE(after.at(1).first(), first);
+    after.removeAt(1);
+    before.removeAt(1);
+    QCOMPARE(after, before);
+}
+
+void ParameterEditorFilesTest::fileOfTheOtherLanguageLandsByPlace()
+{
+    QByteArray file;
+    QList<QStringList> chinese;
+    {
+        const LoadedEditor loaded(QStringLiteral("zh_CN"));
+        save(loaded, QStringLiteral("set-up.scp"));
+        file = contentOf(QStringLiteral("set-up.scp"));
+        chinese = valuesOf(loaded);
+    }
+    const LoadedEditor loaded;
+    const ModalAnswers noBox;
+    put(QStringLiteral("set-up.scp"), file);
+    setAllValues(loaded, QStringLiteral("kept"));
+    open(loaded, QStringLiteral("set-up.scp"));
+    const QList<QStringList> english = valuesOf(loaded);
+    for (int page = 0; page < 12; ++page) {
+        for (int row = 0; row < english.at(page).size(); ++row)
+            QCOMPARE(english.at(page).at(row), chinese.at(page).value(row, QStringLiteral("kept")));
+    }
+    // The Chinese page has 21 rows, the English one more.
+    QCOMPARE(english.at(0).at(21), QStringLiteral("kept"));
+}
+
+void ParameterEditorFilesTest::openingBeforeTheCatalogueIsThereIsHarmless()
+{
+    const TestDirectory directory;
+    ParameterEditor editor;
+    put(QStringLiteral("set-up.scp"), "UG4tMTAw\r\nNw==\r\n");
+    const ModalAnswers noBox;
+    FileDialogAnswers dialogs;
+    dialogs.expect(openTitle, QStringLiteral("set-up.scp"));
+    editor.openExistParameter();
+    QCOMPARE(dialogs.seen.size(), 1);
+}
+
+QTEST_MAIN(ParameterEditorFilesTest)
+#include "tst_parametereditor_files.moc"
