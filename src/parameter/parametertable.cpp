@@ -3,6 +3,7 @@
 
 #include "link/serialport.h"
 #include "parameter/parametercode.h"
+#include "parameter/parametersettinghelper.h"
 #include "parameter/parametersymbols.h"
 #include "widgets/messages.h"
 
@@ -184,6 +185,15 @@ void ParameterTable::cellDoubleClickedSlot(int row, int col)
     if (col >= ColumnCount || row < 0)
         return;
     currentRow = row;
+    QStringList values{code(row)};
+    for (int column = 0; column < ColumnCount; ++column)
+        values.append(text(row, Column(column)));
+    // Goes with the table: a helper that was closed stays until then, and it is wanted so.
+    auto *helper = new ParameterSettingHelper(values, rowDescriptions.value(row), this);
+    connect(helper, &ParameterSettingHelper::setParamValue, this, &ParameterTable::setParamValueSlot);
+    connect(helper, &ParameterSettingHelper::writeDataToServo, this, &ParameterTable::writeCurrentValue);
+    helper->setModal(true);
+    helper->show();
 }
 
 void ParameterTable::cellClickedSlot(int, int) {}
