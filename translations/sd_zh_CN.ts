@@ -2,6 +2,41 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
+    <name>BitFieldFormView</name>
+    <message>
+        <source>Uint:</source>
+        <translation>个位：</translation>
+    </message>
+    <message>
+        <source>Ten:</source>
+        <translation>十位：</translation>
+    </message>
+    <message>
+        <source>Hundreds:</source>
+        <translation>百位：</translation>
+    </message>
+    <message>
+        <source>Thousands:</source>
+        <translation>千位：</translation>
+    </message>
+    <message>
+        <source>Ten, Uint:</source>
+        <translation>十位、个位：</translation>
+    </message>
+    <message>
+        <source>Thousands, Hundreds:</source>
+        <translation>千位、百位：</translation>
+    </message>
+    <message>
+        <source>Option:</source>
+        <translation>选项：</translation>
+    </message>
+    <message>
+        <source>Normal monitoring parameters</source>
+        <translation>常规监视参数</translation>
+    </message>
+</context>
+<context>
     <name>CommunicationSetting</name>
     <message>
         <source>Brennic_Soft Setting</source>
@@ -212,6 +247,25 @@
     </message>
 </context>
 <context>
+    <name>ParameterBatch</name>
+    <message>
+        <source>Batch Parameter Modification</source>
+        <translation>批量参数修改</translation>
+    </message>
+    <message>
+        <source>Function code</source>
+        <translation>功能码</translation>
+    </message>
+    <message>
+        <source>Real</source>
+        <translation>实际值</translation>
+    </message>
+    <message>
+        <source>default</source>
+        <translation>默认</translation>
+    </message>
+</context>
+<context>
     <name>ParameterEditor</name>
     <message>
         <source>Parameter Editor</source>
@@ -309,6 +363,82 @@
         <source>Hex data,modified by bit</source>
         <translation>十六进制数据，按位修改</translation>
     </message>
+    <message>
+        <source>open parameter file</source>
+        <translation>打开参数文件</translation>
+    </message>
+    <message>
+        <source>save parameter file</source>
+        <translation>保存参数文件</translation>
+    </message>
+    <message>
+        <source>read parameter</source>
+        <translation>读取参数</translation>
+    </message>
+    <message>
+        <source>write parameter file</source>
+        <translation>写入参数</translation>
+    </message>
+    <message>
+        <source>newRow</source>
+        <translation>新增行</translation>
+    </message>
+    <message>
+        <source>deleteRow</source>
+        <translation>删除行</translation>
+    </message>
+    <message>
+        <source>selectAll</source>
+        <translation>全选</translation>
+    </message>
+    <message>
+        <source>deselectAll</source>
+        <translation>全不选</translation>
+    </message>
+    <message>
+        <source>Save csv file</source>
+        <translation>保存csv文件</translation>
+    </message>
+    <message>
+        <source>CSV File(*.csv)</source>
+        <translation>CSV文件(*.csv)</translation>
+    </message>
+    <message>
+        <source>Save file failed!</source>
+        <translation>保存文件失败！</translation>
+    </message>
+    <message>
+        <source>Save file completed</source>
+        <translation>文件保存完成</translation>
+    </message>
+    <message>
+        <source>open csv file</source>
+        <translation>打开csv文件</translation>
+    </message>
+    <message>
+        <source>Parameter File(*.csv)</source>
+        <translation>参数文件(*.csv)</translation>
+    </message>
+    <message>
+        <source>Open file failed!</source>
+        <translation>打开文件失败！</translation>
+    </message>
+    <message>
+        <source>Save scp file</source>
+        <translation>保存scp文件</translation>
+    </message>
+    <message>
+        <source>Parameter File(*.scp);;CSV File(*.csv)</source>
+        <translation>参数文件(*.scp);;CSV文件(*.csv)</translation>
+    </message>
+    <message>
+        <source>open scp file</source>
+        <translation>打开scp文件</translation>
+    </message>
+    <message>
+        <source>Parameter File(*.scp)</source>
+        <translation>参数文件(*.scp)</translation>
+    </message>
 </context>
 <context>
     <name>ParameterGroups</name>
@@ -359,6 +489,117 @@
     <message>
         <source>  -Pn-BXX Multi-segment speed group parameters</source>
         <translation>  -Pn-BXX 多段速度组参数</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterSettingHelper</name>
+    <message>
+        <source>Parameter Setting Helper</source>
+        <translation>参数设置助手</translation>
+    </message>
+    <message>
+        <source>Parameter Name</source>
+        <translation>参数编号</translation>
+    </message>
+    <message>
+        <source>Uint</source>
+        <translation>单位</translation>
+    </message>
+    <message>
+        <source>Minimum ~ Maximum</source>
+        <translation>最小值 ~ 最大值</translation>
+    </message>
+    <message>
+        <source>Default</source>
+        <translation>默认值</translation>
+    </message>
+    <message>
+        <source>16/32bit</source>
+        <translation>16/32位</translation>
+    </message>
+    <message>
+        <source>Read Only</source>
+        <translation>只读</translation>
+    </message>
+    <message>
+        <source>Set When Servo OFF</source>
+        <translation>伺服OFF时设定</translation>
+    </message>
+    <message>
+        <source>Valid After Re-power on</source>
+        <translation>重新上电后有效</translation>
+    </message>
+    <message>
+        <source>Volatile Parameter</source>
+        <translation>掉电不保存参数</translation>
+    </message>
+    <message>
+        <source>Hex data,modified by bit</source>
+        <translation>十六进制数据，按位修改</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>当前值</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>确定</translation>
+    </message>
+    <message>
+        <source>Write RAM</source>
+        <translation>写入RAM</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>取消</translation>
+    </message>
+    <message>
+        <source>Write to Servo</source>
+        <translation>写入伺服</translation>
+    </message>
+    <message>
+        <source>Write EEPROM</source>
+        <translation>写入EEPROM</translation>
+    </message>
+    <message>
+        <source>File does not exist</source>
+        <translation>文件不存在</translation>
+    </message>
+    <message>
+        <source>Failed opening parameter XML!</source>
+        <translation>打开参数XML文件失败！</translation>
+    </message>
+    <message>
+        <source>Open Failed</source>
+        <translation>打开失败</translation>
+    </message>
+    <message>
+        <source>Reserved</source>
+        <translation>保留</translation>
+    </message>
+    <message>
+        <source>Fail to connect to the device via USB!</source>
+        <translation>USB连接设备失败！</translation>
+    </message>
+    <message>
+        <source>Input value execteeds the range!
+ 
+Max:%1</source>
+        <translation>输入值超出范围！
+ 
+最大值：%1</translation>
+    </message>
+    <message>
+        <source>Input value execteeds the range!
+ 
+Min:%1</source>
+        <translation>输入值超出范围！
+ 
+最小值：%1</translation>
+    </message>
+    <message>
+        <source>Paramter Value Input Error!</source>
+        <translation>参数值输入错误！</translation>
     </message>
 </context>
 <context>
