@@ -35,6 +35,7 @@ int runTour(MainWindow *window, kt500sim::SimulatedDrive *drive, const QString &
     Tour tour(folder, language);
     ParameterTourResult result;
     addParameterTour(&tour, window, drive, &result);
+    addParameterWindowsTour(&tour);
     QObject::connect(&tour, &Tour::failed, qApp, [](const QString &step, const QString &reason) {
         print(stderr, QStringLiteral("tour failed at \"%1\": %2").arg(step, reason));
         QCoreApplication::exit(1);

@@ -2,13 +2,16 @@
 #include "demo-app/parametertour.h"
 
 #include "link/communicationsetting.h"
+#include "parameter/parameterbatch.h"
 #include "parameter/parametercode.h"
 #include "parameter/parametereditor.h"
+#include "parameter/parametersettinghelper.h"
 #include "parameter/parametertable.h"
 #include "shell/mainwindow.h"
 #include "simulator/simulateddrive.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QProgressDialog>
@@ -150,4 +153,91 @@ void addParameterTour(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *
                [editor] { return editor()->findChild<QStackedWidget *>()->currentIndex() == 2; },
                {},
                QStringLiteral("06-page")});
+}
+
+namespace {
+
+// Opens the setting helper of a row as a person does, by a double-click on its value.
+void doubleClickValue(const ParameterEditor *editor, int page, const QString &code)
+{
+    ParameterTable *const table = pagesOf(editor).at(page);
+    for (int row = 0; row < table->rowCount(); ++row) {
+        if (table->code(row) != code)
+            continue;
+        table->scrollToItem(table->item(row, ParameterTable::ValueColumn));
+        const QRect cell = table->visualItemRect(table->item(row, ParameterTable::ValueColumn));
+        QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+    }
+}
+
+void addHelperSteps(Tour *tour, const QString &what, int page, const QString &code, const QString &picture)
+{
+    const auto editor = [] { return Tour::visible<ParameterEditor>(); };
+    const auto list = [editor] { return editor()->findChild<QListWidget *>(); };
+    tour->add({QStringLiteral("page of %1 can be chosen").arg(code),
+               [] { return !Tour::visible<ParameterSettingHelper>(); },
+               [editor, page] { clickPage(editor(), page + 1); }, QString()});
+    tour->add({QStringLiteral("page of %1 is shown").arg(code),
+               [list, page] { return list()->currentRow() == page + 1; },
+               [editor, page, code] { doubleClickValue(editor(), page, code); }, QString()});
+    tour->add({QStringLiteral("setting helper opens on %1 row").arg(what),
+               [] { return Tour::visible<ParameterSettingHelper>() != nullptr; },
+               [] { Tour::visible<ParameterSettingHelper>()->close(); }, picture});
+}
+
+// Types a code into the list's last row.
+void typeCode(ParameterBatch *batch, const QString &code)
+{
+    QTableWidget *const table = batch->table();
+    const QTableWidgetItem *const cell = table->item(table->rowCount() - 1, ParameterBatch::CodeColumn);
+    const QPoint place = table->visualItemRect(cell).center();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, place);
+    if (auto *const edit = table->findChild<QLineEdit *>()) {
+        edit->selectAll();
+        QTest::keyClicks(edit, code);
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
+}
+
+} // namespace
+
+void addParameterWindowsTour(Tour *tour)
+{
+    const auto editor = [] { return Tour::visible<ParameterEditor>(); };
+    addHelperSteps(tour, QStringLiteral("a hexadecimal"), 0, QStringLiteral("Pn-004"),
+                   QStringLiteral("07-helper-hexadecimal"));
+    addHelperSteps(tour, QStringLiteral("a decimal"), 0, QStringLiteral("Pn-007"),
+                   QStringLiteral("08-helper-decimal"));
+    addHelperSteps(tour, QStringLiteral("a read-only"), 0, QStringLiteral("Pn-000"),
+                   QStringLiteral("09-helper-read-only"));
+    tour->add({QStringLiteral("batch window can be opened"),
+               [] { return !Tour::visible<ParameterSettingHelper>(); },
+               [tour, editor] {
+                   if (!Tour::clickAction(action(editor(), "editAction")))
+                       tour->fail(QStringLiteral("the editor does not show \"edit parameter\""));
+               },
+               QString()});
+    const QStringList codes{"Pn-007", "Pn-100", "Pn-304", "Pn-610", "Pn-A04"};
+    for (int row = 0; row < codes.size(); ++row) {
+        // A typed code is taken over by the event loop, so each row is a step of its own.
+        tour->add({QStringLiteral("batch window shows %1 rows").arg(row),
+                   [row, codes] {
+                       const ParameterBatch *const batch = Tour::visible<ParameterBatch>();
+                       return batch && batch->codes() == codes.mid(0, row) &&
+                              !batch->table()->findChild<QLineEdit *>();
+                   },
+                   [editor, row, codes] {
+                       editor()->newRowSlot();
+                       typeCode(Tour::visible<ParameterBatch>(), codes.at(row));
+                   },
+                   QString()});
+    }
+    tour->add({QStringLiteral("batch window shows the rows that were typed"),
+               [] {
+                   const ParameterBatch *const batch = Tour::visible<ParameterBatch>();
+                   return batch->codes().size() == 5 && batch->codes().last() == QLatin1String("Pn-A04") &&
+                          batch->text(4, ParameterBatch::UnitColumn) == QLatin1String("pp");
+               },
+               [] { Tour::visible<ParameterBatch>()->close(); }, QStringLiteral("10-batch")});
 }

@@ -22,3 +22,6 @@ struct ParameterTourResult
 // Appends the steps. Window, drive and result must outlive the walk.
 void addParameterTour(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *drive,
                       ParameterTourResult *result);
+
+// Appends the windows that the editor opens: the setting helper on three kinds of rows, and the batch window.
+void addParameterWindowsTour(Tour *tour);
