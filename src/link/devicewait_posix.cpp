@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Waits by poll() on the device's handle and on a wake-up pipe: nothing is polled in slices.
+// Waits by poll() on the device's handle and on a wake-up pipe: nothing is polled in slices. The pipe is
+// written to only while the worker sleeps on it: of an exchange that is chained on its reply, most of the
+// time goes into such system calls.
 #include "link/devicewait.h"
 
 #include <QSerialPort>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <ctime>
 
@@ -17,12 +20,21 @@
 
 struct DeviceWait::Handles
 {
+    enum State {
+        Awake,    // the worker looks after its queue before it sleeps
+        Sleeping, // the worker sleeps on the pipe, or is about to
+        Called    // wake() came; the worker has not taken notice yet
+    };
+
     int readEnd = -1;
     int writeEnd = -1;
+    std::atomic<int> state{Awake};
 
-    // Waits for the pipe alone. True when it was written to.
-    bool waitForWake(Clock::time_point until, bool wakeable) const;
-    void takeWake() const;
+    // False when a call came before: there is nothing to sleep for.
+    bool goToSleep();
+    void getUp(Result result);
+    // Sleeps until the device has bytes, the time is over or, where that is allowed, a call comes.
+    Result sleep(QSerialPort &device, Clock::time_point until, bool wakeable) const;
 };
 
 namespace {
@@ -79,37 +91,36 @@ DeviceWait::~DeviceWait()
         ::close(handles->writeEnd);
 }
 
-void DeviceWait::Handles::takeWake() const
+bool DeviceWait::Handles::goToSleep()
 {
+    int awake = Awake;
+    if (state.compare_exchange_strong(awake, Sleeping))
+        return true;
+    state = Awake;
+    return false;
+}
+
+void DeviceWait::Handles::getUp(Result result)
+{
+    const bool called = state.exchange(Awake) == Called;
+    if (!called && result != Result::Woken)
+        return;
+    // A caller that is about to write leaves a byte behind, which ends a later sleep early and does no harm.
     std::array<char, 64> bytes{};
     while (::read(readEnd, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size())) {
     }
 }
 
-bool DeviceWait::Handles::waitForWake(Clock::time_point until, bool wakeable) const
+DeviceWait::Result DeviceWait::Handles::sleep(QSerialPort &device, Clock::time_point until,
+                                              bool wakeable) const
 {
-    while (!isOver(until)) {
-        pollfd wakeHandle{wakeable ? readEnd : -1, POLLIN, 0};
-        if (pollUntil(&wakeHandle, 1, until) > 0) {
-            takeWake();
-            return true;
-        }
-    }
-    return false;
-}
-
-DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, bool wakeable)
-{
-    const Clock::time_point until = Clock::now() + std::chrono::milliseconds(milliseconds);
-    if (device.bytesAvailable() > 0)
-        return Result::Ready;
+    pollfd call{wakeable ? readEnd : -1, POLLIN, 0};
     for (;;) {
         // What the device did not take at once is written as soon as it has room again.
         if (device.bytesToWrite() > 0)
             device.flush();
         const short writing = device.bytesToWrite() > 0 ? POLLOUT : short(0);
-        std::array<pollfd, 2> polled{{{static_cast<int>(device.handle()), short(POLLIN | writing), 0},
-                                      {wakeable ? handles->readEnd : -1, POLLIN, 0}}};
+        std::array<pollfd, 2> polled{{{static_cast<int>(device.handle()), short(POLLIN | writing), 0}, call}};
         const int ready = pollUntil(polled.data(), polled.size(), until);
         if (ready < 0 && errno == EINTR)
             continue;
@@ -119,19 +130,36 @@ DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, bool 
             if (device.waitForReadyRead(0) || device.bytesAvailable() > 0)
                 return Result::Ready;
             // The device reports an end or an error at once and for ever; its share of the wait is kept.
-            return handles->waitForWake(until, wakeable) ? Result::Woken : Result::TimedOut;
+            while (!isOver(until)) {
+                if (pollUntil(&call, 1, until) > 0)
+                    return Result::Woken;
+            }
+            return Result::TimedOut;
         }
-        if (polled[1].revents & POLLIN) {
-            handles->takeWake();
+        if (polled[1].revents & POLLIN)
             return Result::Woken;
-        }
     }
+}
+
+DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, bool wakeable)
+{
+    const Clock::time_point until = Clock::now() + std::chrono::milliseconds(milliseconds);
+    if (device.bytesAvailable() > 0)
+        return Result::Ready;
+    if (!wakeable)
+        return handles->sleep(device, until, false);
+    if (!handles->goToSleep())
+        return Result::Woken;
+    const Result result = handles->sleep(device, until, true);
+    handles->getUp(result);
+    return result;
 }
 
 void DeviceWait::wake()
 {
+    if (handles->state.exchange(Handles::Called) != Handles::Sleeping)
+        return;
     const char byte = 0;
-    // A full pipe holds a wake-up already.
     [[maybe_unused]] const ssize_t written = ::write(handles->writeEnd, &byte, 1);
 }
 

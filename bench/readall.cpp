@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// "Read Parameters" of a whole catalogue on a line of 115200 baud, beside the time that the line itself
+// needs: every frame's wire time, the silent gap before each request and the drive's turnaround.
+#include "benchmain.h"
+#include "catalogueeditor.h"
+#include "link/serialport.h"
+#include "link/silentgap.h"
+#include "messageboxes.h"
+#include "parameter/parametereditor.h"
+#include "report.h"
+#include "shell/applanguage.h"
+#include "simulator/simulateddrive.h"
+
+#include <QElapsedTimer>
+
+#include <stdexcept>
+
+namespace {
+
+constexpr int rounds = 5;
+constexpr int baudRate = 115200;
+constexpr int bitsPerCharacter = 10;
+constexpr std::chrono::microseconds turnaround(1000);
+
+struct Transfer
+{
+    double measured = 0; // seconds
+    double needed = 0;   // seconds that the line needs for the same frames
+    int parameters = 0;
+    quint64 requests = 0;
+    quint64 retransmissions = 0;
+};
+
+Transfer readCatalogue()
+{
+    kt500sim::DriveOptions options;
+    options.pacing = {baudRate, turnaround};
+    kt500sim::SimulatedDrive drive(options);
+    QString error;
+    if (!drive.start(&error))
+        throw std::runtime_error(qPrintable(error));
+
+    const auto editor = makeEditor();
+    bool online = false;
+    SerialPort port;
+    QObject::connect(&port, &SerialPort::servoONOFFLine, &port, [&online](bool state) { online = state; });
+    QObject::connect(editor.get(), qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort), &port,
+                     &SerialPort::writeSlot);
+    QObject::connect(&port, &SerialPort::handleBaseParameter, editor.get(),
+                     &ParameterEditor::handleBaseParameter);
+    port.getPortName(QStringLiteral("Drive(%1)").arg(drive.portName()), baudRate);
+    waitUntil([&online] { return online; }, "the link");
+
+    drive.resetCounters();
+    QElapsedTimer clock;
+    Transfer transfer;
+    MessageBoxes boxes;
+    boxes.shown = [&] { transfer.measured = double(clock.nsecsElapsed()) * 1e-9; };
+    clock.start();
+    editor->readPageSlt();
+    waitUntil([&transfer] { return transfer.measured > 0; }, "the end of the reading", 60000);
+    if (boxes.texts != QStringList(ParameterEditor::tr("Parameters reading completed")))
+        throw std::runtime_error(qPrintable(boxes.texts.join(QLatin1Char('\n'))));
+
+    const kt500sim::Counters counters = drive.counters();
+    const double wire = double(counters.bytesReceived + counters.bytesSent) * bitsPerCharacter / baudRate;
+    const double pause = std::chrono::duration<double>(silentGap(baudRate) + turnaround).count();
+    transfer.needed = wire + double(counters.requests) * pause;
+    transfer.parameters = parameterCount(*editor);
+    transfer.requests = counters.requests;
+    transfer.retransmissions = counters.retransmissions;
+    return transfer;
+}
+
+QStringList measure(const QString &language)
+{
+    writeConfiguredLanguage(language);
+    QVector<double> measured;
+    QVector<double> needed;
+    Transfer last;
+    quint64 retransmissions = 0;
+    for (int round = 0; round < rounds; ++round) {
+        last = readCatalogue();
+        measured.append(last.measured);
+        needed.append(last.needed);
+        retransmissions += last.retransmissions;
+    }
+    return {language,
+            QString::number(last.parameters),
+            QString::number(last.requests),
+            figure(median(measured), 3),
+            figure(median(needed), 3),
+            figure(medianRatio(measured, needed), 3),
+            ratioSpread(measured, needed),
+            QString::number(retransmissions)};
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    return runBenchmark(argc, argv, [] {
+        printTable(
+            QStringLiteral("Reading all parameters at 115200 baud, 1 ms turnaround, median of %1 rounds")
+                .arg(rounds),
+            {{"catalogue", "parameters", "requests", "seconds", "line needs", "ratio", "spread",
+              "retransmissions"},
+             measure(QStringLiteral("zh_CN")),
+             measure(QStringLiteral("en_US"))});
+    });
+}
