@@ -16,9 +16,12 @@ class ParameterBatch;
 class ParameterPageList;
 class ParameterTable;
 class QProgressBar;
+class QAction;
+class QPrinter;
 class QProgressDialog;
 class QSplitter;
 class QStackedWidget;
+class QTextEdit;
 class QToolBar;
 class ReadXmlThread;
 
@@ -73,6 +76,11 @@ public slots:
     void Csv_DoubleClickedSlot(int row, int col);
     // Fills a batch row from the page that holds its code, and listens no longer.
     void Csv_ValueChangedSlot(int row, int col);
+    // Shows all pages as they would be printed, and prints them from there.
+    void doPrintPreviewSlot();
+    void printPreviewSlot(QPrinter *printer);
+    // Asks for a name and writes all pages to a PDF file.
+    void createPDFSlot();
     void readWriteTimeout();
     // Sends the read-back of the head of the write queue; the reply that it follows is not looked at.
     void readRAM(QByteArray b);
@@ -90,10 +98,14 @@ protected:
 private:
     void buildWindow();
     QToolBar *buildToolBar();
+    void addPdfMenu(QToolBar *bar, QAction *print);
     QSplitter *buildPages();
     QWidget *buildLegend();
     void buildBatchWindow();
     void loadCatalogue();
+    bool transformPages();
+    void showTransformProgress();
+    void finishTransformProgress();
 
     void send(const QByteArray &frame);
     void showReplyInTable(const QByteArray &reply, bool follow);
@@ -126,6 +138,9 @@ private:
     int readTotal = 0;
     int batchReadTotal = 0;
     int writeTotal = 0;
+    QTextEdit *printText = nullptr; // never shown; holds the last printout
+    QProgressDialog *transformDialog = nullptr;
+    bool isTransforming = false;
     bool batchWriteFlag = false; // the running write comes from the batch window
     bool isClosing = false;      // the MDI area still reports a state after a maximized window has gone
 };

@@ -84,12 +84,16 @@ QToolBar *ParameterEditor::buildToolBar()
     print->setStatusTip(tr("PrintPreview"));
     QAction *const edit = bar->addAction(icon("edit1.png"), tr("edit parameter"));
     edit->setObjectName(QStringLiteral("editAction"));
+    addPdfMenu(bar, print);
+    QAction *const batch = bar->addAction(icon("edit1.png"), tr("edit parameter"));
+    batch->setObjectName(QStringLiteral("editAction"));
 
     connect(open, &QAction::triggered, this, &ParameterEditor::openExistParameter);
     connect(save, &QAction::triggered, this, &ParameterEditor::saveParameters);
     connect(edit, &QAction::triggered, this, &ParameterEditor::editParaSlot);
     connect(read, &QAction::triggered, this, &ParameterEditor::readPageSlt);
     connect(write, &QAction::triggered, this, &ParameterEditor::writePageSlt);
+    connect(print, &QAction::triggered, this, &ParameterEditor::doPrintPreviewSlot);
     return bar;
 }
 
