@@ -177,6 +177,12 @@ QWidget *MainWindow::createParameterEditor()
     connect(serialPort, &SerialPort::handleBaseParameter, editor, &ParameterEditor::handleBaseParameter);
     connect(editor, &ParameterEditor::windowStateChanged, this, &MainWindow::subwindowStateChanged);
     connect(editor, &ParameterEditor::subWindowClosed, this, &MainWindow::hidePrintAct);
+    connect(this, &MainWindow::doPrint, editor, [this, editor] {
+        // The command is meant for the window in front.
+        const QMdiSubWindow *const front = mdiArea->currentSubWindow();
+        if (front && front->widget() == editor)
+            editor->doPrintPreviewSlot();
+    });
     ui->actionPrint->setVisible(true);
     return editor;
 }

@@ -16,9 +16,11 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QPointer>
+#include <QPrintPreviewDialog>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QTranslator>
 #include <QWheelEvent>
@@ -96,6 +98,7 @@ private slots:
     void editorOpensWithItsSizeAndPlace();
     void secondOpeningOnlyActivates();
     void printStandsWithTheEditorOnly();
+    void printReachesTheEditorInFront();
     void maximizedWindowNamesItselfInTheTitle();
     void runningScopeDisablesSixActions();
     void cascadeStepsTheWindows();
@@ -352,6 +355,33 @@ void MainWindowTest::printStandsWithTheEditorOnly()
     QSignalSpy print(&shell.window, &MainWindow::doPrint);
     shell.window.on_actionPrint_triggered();
     QCOMPARE(print.count(), 1);
+}
+
+void MainWindowTest::printReachesTheEditorInFront()
+{
+    const Shell shell;
+    shell.action("actionParameter_Editor")->trigger();
+    QMdiSubWindow *const editor = shell.area()->subWindowList().first();
+    int previews = 0;
+    QTimer closePreview;
+    connect(&closePreview, &QTimer::timeout, &closePreview, [&previews] {
+        if (auto *const preview = qobject_cast<QPrintPreviewDialog *>(QApplication::activeModalWidget())) {
+            ++previews;
+            preview->reject();
+        }
+    });
+    closePreview.start(0);
+    shell.action("actionPrint")->trigger();
+    QCOMPARE(previews, 1);
+
+    QMdiSubWindow *const other = shell.addWindow(QStringLiteral("Other"));
+    shell.area()->setActiveSubWindow(other);
+    shell.action("actionPrint")->trigger();
+    QCOMPARE(previews, 1);
+
+    shell.area()->setActiveSubWindow(editor);
+    shell.action("actionPrint")->trigger();
+    QCOMPARE(previews, 2);
 }
 
 void MainWindowTest::maximizedWindowNamesItselfInTheTitle()
