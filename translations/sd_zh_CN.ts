@@ -439,6 +439,30 @@
         <source>Parameter File(*.scp)</source>
         <translation>参数文件(*.scp)</translation>
     </message>
+    <message>
+        <source>createPDF...</source>
+        <translation>生成PDF...</translation>
+    </message>
+    <message>
+        <source>Create PDF</source>
+        <translation>生成PDF</translation>
+    </message>
+    <message>
+        <source>transform...</source>
+        <translation>正在转换...</translation>
+    </message>
+    <message>
+        <source>transform</source>
+        <translation>转换</translation>
+    </message>
+    <message>
+        <source>Create Parameter PDF</source>
+        <translation>生成参数PDF</translation>
+    </message>
+    <message>
+        <source>Finish create Parameter PDF </source>
+        <translation>参数PDF生成完成 </translation>
+    </message>
 </context>
 <context>
     <name>ParameterGroups</name>

@@ -134,7 +134,7 @@ private:
     QTimer replyTimer;
     QProgressDialog *progressDialog = nullptr;
     QProgressBar *progressBar = nullptr; // of progressDialog
-    QByteArray lastRegisterBytes; // of the last frame sent: a reply does not name its register
+    QByteArray lastRegisterBytes;        // of the last frame sent: a reply does not name its register
     int readTotal = 0;
     int batchReadTotal = 0;
     int writeTotal = 0;

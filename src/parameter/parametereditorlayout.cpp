@@ -85,8 +85,6 @@ QToolBar *ParameterEditor::buildToolBar()
     QAction *const edit = bar->addAction(icon("edit1.png"), tr("edit parameter"));
     edit->setObjectName(QStringLiteral("editAction"));
     addPdfMenu(bar, print);
-    QAction *const batch = bar->addAction(icon("edit1.png"), tr("edit parameter"));
-    batch->setObjectName(QStringLiteral("editAction"));
 
     connect(open, &QAction::triggered, this, &ParameterEditor::openExistParameter);
     connect(save, &QAction::triggered, this, &ParameterEditor::saveParameters);
