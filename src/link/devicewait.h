@@ -32,6 +32,10 @@ public:
     // Ends the present wakeable wait, or the next one if there is none.
     void wake();
 
+    // Says that a call is likely to follow at once: a reply has gone to a window that may ask for the next
+    // value.
+    void expectCall();
+
     // Sleeps until the time given; returns at once if it has passed.
     void holdUntil(Clock::time_point time);
 

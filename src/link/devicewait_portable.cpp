@@ -40,6 +40,8 @@ DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, bool 
     }
 }
 
+void DeviceWait::expectCall() {}
+
 void DeviceWait::wake()
 {
     handles->woken = true;

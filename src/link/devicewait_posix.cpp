@@ -30,6 +30,11 @@ struct DeviceWait::Handles
     int writeEnd = -1;
     std::atomic<int> state{Awake};
 
+    bool isCallExpected = false; // worker only
+
+    // Looks out for an expected call for a moment: going to sleep and being woken takes longer than the main
+    // thread needs for its answer to a reply.
+    void lookOut();
     // False when a call came before: there is nothing to sleep for.
     bool goToSleep();
     void getUp(Result result);
@@ -38,6 +43,8 @@ struct DeviceWait::Handles
 };
 
 namespace {
+
+constexpr std::chrono::microseconds lookOutTime(60);
 
 timespec remaining(DeviceWait::Clock::time_point until)
 {
@@ -89,6 +96,16 @@ DeviceWait::~DeviceWait()
         ::close(handles->readEnd);
     if (handles->writeEnd >= 0)
         ::close(handles->writeEnd);
+}
+
+void DeviceWait::Handles::lookOut()
+{
+    if (!isCallExpected)
+        return;
+    isCallExpected = false;
+    const Clock::time_point until = Clock::now() + lookOutTime;
+    while (state.load(std::memory_order_relaxed) == Awake && !isOver(until)) {
+    }
 }
 
 bool DeviceWait::Handles::goToSleep()
@@ -148,11 +165,17 @@ DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, bool 
         return Result::Ready;
     if (!wakeable)
         return handles->sleep(device, until, false);
+    handles->lookOut();
     if (!handles->goToSleep())
         return Result::Woken;
     const Result result = handles->sleep(device, until, true);
     handles->getUp(result);
     return result;
+}
+
+void DeviceWait::expectCall()
+{
+    handles->isCallExpected = true;
 }
 
 void DeviceWait::wake()

@@ -241,7 +241,8 @@ void SerialPort::Loop::sideWrites()
 void SerialPort::Loop::deliver(QByteArray chunk)
 {
     if (!isScopeFrame(chunk)) {
-        link.checkFrameCrc(chunk, true);
+        if (link.checkFrameCrc(chunk, true))
+            link.deviceWait.expectCall();
         return;
     }
     if (firstStream && !scopeRunning) {
