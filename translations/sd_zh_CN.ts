@@ -40,7 +40,7 @@
     <name>CommunicationSetting</name>
     <message>
         <source>Brennic_Soft Setting</source>
-        <translation>Brennic_Soft 通讯设置</translation>
+        <translation>Brennic_Soft 通信设置</translation>
     </message>
     <message>
         <source>Start Auto Detect</source>
@@ -131,7 +131,7 @@
     </message>
     <message>
         <source>Communication</source>
-        <translation>通讯设置</translation>
+        <translation>通信设置</translation>
     </message>
     <message>
         <source>Trial run</source>
@@ -219,7 +219,7 @@
     </message>
     <message>
         <source>Communication Lost.</source>
-        <translation>通讯中断。</translation>
+        <translation>通信中断。</translation>
     </message>
     <message>
         <source>Trial Run</source>
@@ -262,7 +262,7 @@
     </message>
     <message>
         <source>default</source>
-        <translation>默认</translation>
+        <translation>未读取</translation>
     </message>
 </context>
 <context>
@@ -504,7 +504,7 @@
     </message>
     <message>
         <source>  -Pn-9XX Communication parameters</source>
-        <translation>  -Pn-9XX 通讯参数</translation>
+        <translation>  -Pn-9XX 通信参数</translation>
     </message>
     <message>
         <source>  -Pn-AXX Multi-segment displacement group parameters</source>
@@ -624,6 +624,14 @@ Min:%1</source>
     <message>
         <source>Paramter Value Input Error!</source>
         <translation>参数值输入错误！</translation>
+    </message>
+    <message>
+        <source>32bit</source>
+        <translation>32位</translation>
+    </message>
+    <message>
+        <source>16bit</source>
+        <translation>16位</translation>
     </message>
 </context>
 <context>

@@ -39,10 +39,11 @@ QString captionOf(FieldPart part)
 } // namespace
 
 BitFieldFormView::BitFieldFormView(const BitFieldForm &formOfCode, const QStringList &rowDetails,
-                                   const QString &valueText, QWidget *parent)
+                                   const QString &valueText, const QString &maximumText, QWidget *parent)
     : QWidget(parent)
     , form(formOfCode)
     , blocks(detailBlocks(rowDetails))
+    , maximum(maximumText)
     , column(new QVBoxLayout(this))
 {
     if (form.isNoteForm()) {
@@ -91,14 +92,28 @@ void BitFieldFormView::addField(const BitField &field)
         return;
     }
     const DetailBlock block = blocks.value(field.block);
-    if (block.options.isEmpty())
+    if (block.options.isEmpty()) {
+        addPlainDigits(field);
         return;
+    }
     auto *group = new QGroupBox(block.title);
     auto *layout = new QVBoxLayout(group);
     NewCombox *const box = makeComboBox(field, block.options);
     layout->addWidget(box);
     column->addWidget(group);
     rows.append({&field, box, group});
+}
+
+// A catalogue may lack the lines of a digit, and the value can't be typed: without them its choices have no
+// words, but it still can be set.
+void BitFieldFormView::addPlainDigits(const BitField &field)
+{
+    const QStringList digits = plainDigits(field, maximum);
+    if (digits.isEmpty())
+        return;
+    NewCombox *const box = makeComboBox(field, digits);
+    column->addWidget(box);
+    rows.append({&field, box, nullptr});
 }
 
 void BitFieldFormView::addFreeDigits(const BitField &field)
@@ -195,7 +210,7 @@ void BitFieldFormView::showBlockOf(const Row &row)
 {
     const DetailBlock block =
         blocks.value(hundredsIndex() == 0 ? row.field->block : row.field->alternateBlock);
-    if (block.options.isEmpty())
+    if (block.options.isEmpty() || !row.group)
         return;
     QComboBox *const comboBox = row.box->comboBox;
     const QSignalBlocker blocker(comboBox);

@@ -20,10 +20,11 @@ class BitFieldFormView : public QWidget
     Q_OBJECT
 
 public:
+    // Texts of the row: its detail lines, value and maximum.
     BitFieldFormView(const BitFieldForm &form, const QStringList &rowDetails, const QString &valueText,
-                     QWidget *parent = nullptr);
+                     const QString &maximum, QWidget *parent = nullptr);
 
-    // Those for whose block the row has options, in the order of the form; each named as its field.
+    // In the order of the form; each named as its field.
     QList<QComboBox *> comboBoxes() const;
 
     // Shows the digits of a typed text, without any signal of the combo boxes.
@@ -34,7 +35,7 @@ private:
     {
         const BitField *field;
         NewCombox *box;
-        QGroupBox *group; // the box around it with the title of its block
+        QGroupBox *group; // the box around it with the title of its block; null where it has none of its own
     };
     struct Note
     {
@@ -43,6 +44,7 @@ private:
     };
 
     void addField(const BitField &field);
+    void addPlainDigits(const BitField &field);
     void addFreeDigits(const BitField &field);
     void addNote(const BitFieldNote &note);
     static QLabel *makeNoteLine(const QString &line);
@@ -54,6 +56,7 @@ private:
 
     const BitFieldForm &form; // in the constant table of forms
     const QVector<DetailBlock> blocks;
+    const QString maximum;
     QVBoxLayout *column = nullptr;
     QVBoxLayout *freeDigits = nullptr; // of the group box of the digits without a block; null without such
     QGridLayout *notePlace = nullptr;  // the one place of the notes that come and go; null without such

@@ -52,6 +52,18 @@ int shownIndex(const BitField &field, const QString &text, int optionCount)
     return index > 0 && index < optionCount ? index : 0;
 }
 
+QStringList plainDigits(const BitField &field, const QString &maximum)
+{
+    QStringList options;
+    if (field.effect != FieldEffect::WriteDigits || !maximum.startsWith(QLatin1String("0x")))
+        return options;
+    const DigitPlace place = placeOf(field.part);
+    const int highest = filledUp(maximum).midRef(place.first, place.width).toInt(nullptr, field.base);
+    for (int digit = 0; highest > 0 && digit <= highest; ++digit)
+        options.append(QString::number(digit, field.base).toUpper());
+    return options;
+}
+
 QString chosenText(const QString &text, const QString &name, int index)
 {
     const BitField *const field = bitField(name);

@@ -99,8 +99,7 @@ void ParameterSettingHelper::addAttributes(QGridLayout *grid)
     const QString code = rowValues.value(CodeValue);
     const QStringList texts{code, rowValues.value(UnitValue),
                             rowValues.value(MinValue) + QLatin1String(" ~ ") + rowValues.value(MaxValue),
-                            rowValues.value(DefaultValue),
-                            isDouble(code) ? QStringLiteral("32bit") : QStringLiteral("16bit")};
+                            rowValues.value(DefaultValue), isDouble(code) ? tr("32bit") : tr("16bit")};
     for (int column = 0; column < columnCount; ++column) {
         grid->addWidget(new SunkenLabel(heads.at(column), boldWeight, fontSize), 0, column);
         grid->addWidget(new SunkenLabel(texts.at(column), QString(), fontSize), 1, column);
@@ -189,7 +188,8 @@ void ParameterSettingHelper::buildForm()
     if (!form || !hasContent(*form, detailBlocks(rowDetails)))
         return;
     valueEdit->setReadOnly(!form->isEditWritable);
-    formView = new BitFieldFormView(*form, rowDetails, valueEdit->text(), formFrame);
+    formView =
+        new BitFieldFormView(*form, rowDetails, valueEdit->text(), rowValues.value(MaxValue), formFrame);
     auto *layout = new QVBoxLayout(formFrame);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(formView);

@@ -15,7 +15,7 @@ struct BitFieldExpectation
     Files files;      // whose rows have the detail lines of this field
     const char *name; // object name of the combo box
     int title;        // detail line that is the title of the box around it; -1: none
-    int firstOption;  // detail line of the first option; -1: the digits 0 to 9
+    int firstOption;  // detail line of the first option; -1: the digits from 0 on
     int optionCount;
     int index;         // choice that is made
     const char *after; // value text after it; before it "0x9999" in a digit form, "95" in a choice form
@@ -66,6 +66,10 @@ inline QVector<BitFieldExpectation> digitExpectations()
         {"Pn-300", "Pn-300", zh, "Pn-300_3", 11, 12, 5, 4, "0x4999"},
         // The English row repeats the lines of Pn-100.
         {"Pn-300", "Pn-300", en, "Pn-300_0", 0, 1, 9, 8, "0x9998"},
+        // It has no others for the further digits, which go up to those of the maximum 0x4122.
+        {"Pn-300", "Pn-300", en, "Pn-300_1", -1, -1, 3, 2, "0x9929"},
+        {"Pn-300", "Pn-300", en, "Pn-300_2", -1, -1, 2, 1, "0x9199"},
+        {"Pn-300", "Pn-300", en, "Pn-300_3", -1, -1, 5, 4, "0x4999"},
         {"Pn-318", "Pn-318", both, "Pn-318_0", 0, 1, 2, 1, "0x9991"},
         {"Pn-318", "Pn-318", both, "Pn-318_1", 3, 4, 2, 1, "0x9919"},
         {"Pn-324", "Pn-324", zh, "Pn-324_0", 0, 1, 2, 1, "0x9991"},

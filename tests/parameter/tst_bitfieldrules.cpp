@@ -22,6 +22,8 @@ private slots:
     void digitOfTheValueIsShown_data();
     void digitOfTheValueIsShown();
     void letterStaysUntilItsFieldIsChanged();
+    void digitWithoutLinesGoesUpToTheMaximum_data();
+    void digitWithoutLinesGoesUpToTheMaximum();
     void firstChoiceFromAnEmptyValue_data();
     void firstChoiceFromAnEmptyValue();
     void valueOfAFormCannotBeTyped();
@@ -131,6 +133,47 @@ void BitFieldRulesTest::digitOfTheValueIsShown()
     QCOMPARE(box(helper, name)->currentIndex(), index);
     // Opening alone changes nothing.
     QCOMPARE(valueEdit(helper)->text(), value);
+}
+
+void BitFieldRulesTest::digitWithoutLinesGoesUpToTheMaximum_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("maximum");
+    QTest::addColumn<QStringList>("digits");
+    const QStringList none;
+    QTest::newRow("unit") << "Pn-300_0"
+                          << "0x4122" << QStringList{"0", "1", "2"};
+    QTest::newRow("hundreds") << "Pn-300_2"
+                              << "0x4122" << QStringList{"0", "1"};
+    QTest::newRow("thousands") << "Pn-300_3"
+                               << "0x4122" << QStringList{"0", "1", "2", "3", "4"};
+    QTest::newRow("base 16") << "Pn-700_1"
+                             << "0x00B0"
+                             << QStringList{"0", "1", "2", "3", "4", "5", "6", "7", "8", "9", "A", "B"};
+    QTest::newRow("two digits") << "Pn-295-Pn-296_01"
+                                << "0x0003" << QStringList{"0", "1", "2", "3"};
+    QTest::newRow("short maximum") << "Pn-300_1"
+                                   << "0x20" << QStringList{"0", "1", "2"};
+    QTest::newRow("only 0") << "Pn-324_1"
+                            << "0x0003" << none;
+    QTest::newRow("letter in a decimal digit") << "Pn-004uint"
+                                               << "0xFFFF" << none;
+    QTest::newRow("decimal maximum") << "Pn-336_1"
+                                     << "65535" << none;
+    QTest::newRow("no maximum") << "Pn-336_1"
+                                << "" << none;
+    QTest::newRow("choice") << "Pn-100"
+                            << "0x0008" << none;
+    QTest::newRow("combo box without a rule") << "Pn-003Thousands"
+                                              << "0x4122" << none;
+}
+
+void BitFieldRulesTest::digitWithoutLinesGoesUpToTheMaximum()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, maximum);
+    QFETCH(QStringList, digits);
+    QCOMPARE(plainDigits(*bitField(name), maximum), digits);
 }
 
 void BitFieldRulesTest::letterStaysUntilItsFieldIsChanged()

@@ -83,7 +83,7 @@ void ParameterTableHelperTest::init()
     table = std::make_unique<ParameterTable>();
     table->rowDescriptions = {{}, formLines, {}, {}};
     table->addRow(catalogueRow("JOG speed value", "Pn-007", "", "200.0", "0.1rpm", "0.0", "6000.0"));
-    table->addRow(catalogueRow("Parameter management", "Pn-004", "13", "0x0000", "", "0x0000", "0x1111"));
+    table->addRow(catalogueRow("Parameter management", "Pn-004", "13", "0x0000", "", "0x0000", "0x0011"));
     table->addRow(catalogueRow("CPU VERSION", "Pn-000", "0", "", "", "", ""));
     table->addRow(catalogueRow("Reserved", "Pn-005", "", "0", "", "0", "1"));
     table->resize(1000, 300);
