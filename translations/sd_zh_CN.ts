@@ -682,6 +682,15 @@ Min:%1</source>
     </message>
 </context>
 <context>
+    <name>QFileDialog</name>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <translation>%1 已存在。
+要替换它吗？</translation>
+    </message>
+</context>
+<context>
     <name>SerialPort</name>
     <message>
         <source>Fail to connect to the device via 

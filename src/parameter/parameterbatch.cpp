@@ -24,6 +24,7 @@ constexpr int toolGap = 40;       // pixels
 constexpr int pixelsPerRow = 25;
 constexpr int markWidth = 33;         // pixels, of a column of marks
 constexpr int cellMargin = 10;        // pixels, added to a column's widest text
+constexpr int widestColumn = 300;     // pixels, which a foreign file's text may want more than
 constexpr int descriptionWidth = 120; // pixels, the least that a narrow window leaves
 
 const QString firstCode = QStringLiteral("Pn-000");
@@ -215,18 +216,21 @@ void ParameterBatch::widenColumns(int row)
             continue;
         const QModelIndex index = batchTable->model()->index(row, column);
         const int wanted = batchTable->sizeHintForIndex(index).width();
-        if (wanted + cellMargin > horizontal->sectionSize(column))
-            horizontal->resizeSection(column, wanted + cellMargin);
+        const int width = qMin(wanted + cellMargin, widestColumn);
+        if (width > horizontal->sectionSize(column))
+            horizontal->resizeSection(column, width);
     }
 }
 
-void ParameterBatch::fillRow(int row, const QString &pageCode, const QStringList &pageCells)
+void ParameterBatch::spellCode(int row, const QString &code)
 {
     const QSignalBlocker blocker(batchTable);
-    QTableWidgetItem *const code = batchTable->item(row, CodeColumn);
-    // A write looks the code up as the pages spell it, so a small letter or a blank behind must not stay.
-    if (shortCode(code->text()).compare(pageCode, Qt::CaseInsensitive) == 0)
-        code->setText(pageCode);
+    batchTable->item(row, CodeColumn)->setText(code);
+}
+
+void ParameterBatch::fillRow(int row, const QStringList &pageCells)
+{
+    const QSignalBlocker blocker(batchTable);
     for (int column = ReadOnlyColumn; column <= DescriptionColumn; ++column)
         setCell(row, column, pageCells.isEmpty() ? unknown : pageCells.value(column - ReadOnlyColumn));
     widenColumns(row);
@@ -304,7 +308,7 @@ void ParameterBatch::setRows(const QList<BatchRow> &rows)
     batchTable->setRowCount(rows.size());
     for (int row = 0; row < rows.size(); ++row) {
         const BatchRow &content = rows.at(row);
-        setCode(row, content.cells.value(CodeColumn), content.ticked);
+        setCode(row, catalogueSpelling(content.cells.value(CodeColumn)), content.ticked);
         for (int column = ReadOnlyColumn; column < ColumnCount; ++column)
             setCell(row, column, content.cells.value(column));
         widenColumns(row);
@@ -314,5 +318,6 @@ void ParameterBatch::setRows(const QList<BatchRow> &rows)
 void ParameterBatch::bringToFront()
 {
     hide();
+    setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
 }

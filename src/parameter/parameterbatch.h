@@ -55,8 +55,9 @@ public:
     void setEditing(bool on);
 
     // Fills a row from the cells of a page's row, the marks first; with none it is marked as unknown.
-    // pageCode is the code as that page spells it.
-    void fillRow(int row, const QString &pageCode, const QStringList &pageCells);
+    void fillRow(int row, const QStringList &pageCells);
+    // Corrects the spelling of a row's code; the row is not filled anew.
+    void spellCode(int row, const QString &code);
     // Shows a reply, given as the hexadecimal text of its data bytes, beside the value. A row that is not
     // there is passed over.
     void showReply(int row, const QString &replyHex);
@@ -79,7 +80,6 @@ public:
 private:
     void buildTable();
     void buildHeads();
-    void setTicked(int row, bool ticked);
     void setCode(int row, const QString &code, bool ticked);
     void setCell(int row, int column, const QString &text);
     void widenColumns(int row);

@@ -5,6 +5,7 @@
 #include "parameter/parametergroups.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QSet>
 
 #include <cmath>
@@ -76,6 +77,13 @@ ParameterPlace placeOfOffset(int offset)
 QString shortCode(const QString &code)
 {
     return code.left(shortCodeLength);
+}
+
+QString catalogueSpelling(const QString &code)
+{
+    static const QRegularExpression form(QStringLiteral("^.{3}([0-9A-Fa-f][0-9]{2})"));
+    const QRegularExpressionMatch match = form.match(code);
+    return match.hasMatch() ? QLatin1String("Pn-") + match.captured(1).toUpper() : code;
 }
 
 QStringList readDoubleAddressList(const QString &path)

@@ -22,6 +22,10 @@ ParameterPlace placeOfOffset(int offset);
 // The first six characters, by which a row and its register are named; of a pair, the first code.
 QString shortCode(const QString &code);
 
+// The code as the catalogue spells it, for a text whose characters 3 to 5 name a group and a number; any
+// other text comes back as it is. By it the register's width is looked up.
+QString catalogueSpelling(const QString &code);
+
 // Lines of a list of 32-bit codes, trimmed: address.txt and its like under :/config/config.
 QStringList readDoubleAddressList(const QString &path);
 

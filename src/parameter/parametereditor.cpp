@@ -11,11 +11,10 @@
 #include "parameter/parametertable.h"
 #include "parameter/readxmlthread.h"
 #include "shell/applanguage.h"
+#include "widgets/heldprogressdialog.h"
 #include "widgets/messages.h"
 
 #include <QCloseEvent>
-#include <QProgressBar>
-#include <QProgressDialog>
 #include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -175,6 +174,8 @@ void ParameterEditor::showProgress(const QString &label, int total)
     progressDialog->setRange(0, total + 1);
     progressDialog->setLabelText(label);
     progressDialog->show();
+    // Before the batch window, too.
+    progressDialog->raise();
 }
 
 void ParameterEditor::readPageSlt()
@@ -196,7 +197,7 @@ void ParameterEditor::sendNextRead()
     }
     replyTimer.start();
     showProgress(tr("Reading..."), readTotal);
-    progressBar->setValue(++readProgress);
+    progressDialog->showValue(++readProgress);
     // A page read goes by the full code of the catalogue, and there the tilde marks a pair.
     const QString code = readQueue.first();
     send(parameterReadFrame(code, code.contains(QLatin1Char('~'))));
@@ -235,7 +236,7 @@ void ParameterEditor::sendNextWrite()
         return;
     }
     send(parameterWriteFrame(writeQueue.first(), eepromBase));
-    progressBar->setValue(++writeProgress);
+    progressDialog->showValue(++writeProgress);
 }
 
 void ParameterEditor::readRAM(QByteArray)
@@ -269,7 +270,7 @@ void ParameterEditor::compareReadBack(const QByteArray &reply)
 void ParameterEditor::finishWrite()
 {
     replyTimer.stop();
-    progressBar->setValue(writeTotal);
+    progressDialog->showValue(writeTotal);
     progressDialog->close();
     if (!batchWriteFlag) {
         for (ParameterTable *page : qAsConst(pages))

@@ -12,13 +12,12 @@
 
 #include <memory>
 
+class HeldProgressDialog;
 class ParameterBatch;
 class ParameterPageList;
 class ParameterTable;
-class QProgressBar;
 class QAction;
 class QPrinter;
-class QProgressDialog;
 class QSplitter;
 class QStackedWidget;
 class QTextEdit;
@@ -106,6 +105,7 @@ private:
     bool transformPages();
     void showTransformProgress();
     void finishTransformProgress();
+    bool mayReplace(const QString &fileName, const QString &title);
 
     void send(const QByteArray &frame);
     void showReplyInTable(const QByteArray &reply, bool follow);
@@ -132,14 +132,13 @@ private:
     QList<QStringList> writeQueue; // records still to write; the head is in flight
     int requestState = StateIdle;
     QTimer replyTimer;
-    QProgressDialog *progressDialog = nullptr;
-    QProgressBar *progressBar = nullptr; // of progressDialog
-    QByteArray lastRegisterBytes;        // of the last frame sent: a reply does not name its register
+    HeldProgressDialog *progressDialog = nullptr;
+    QByteArray lastRegisterBytes; // of the last frame sent: a reply does not name its register
     int readTotal = 0;
     int batchReadTotal = 0;
     int writeTotal = 0;
     QTextEdit *printText = nullptr; // never shown; holds the last printout
-    QProgressDialog *transformDialog = nullptr;
+    HeldProgressDialog *transformDialog = nullptr;
     bool isTransforming = false;
     bool batchWriteFlag = false; // the running write comes from the batch window
     bool isClosing = false;      // the MDI area still reports a state after a maximized window has gone

@@ -7,13 +7,12 @@
 #include "parameter/parameterframes.h"
 #include "parameter/parametertable.h"
 #include "parameter/wholefile.h"
+#include "widgets/heldprogressdialog.h"
 #include "widgets/messages.h"
 
 #include <QAction>
 #include <QFileDialog>
 #include <QPointer>
-#include <QProgressBar>
-#include <QProgressDialog>
 #include <QRegularExpression>
 #include <QTableWidget>
 
@@ -31,12 +30,32 @@ int rowOfCode(const ParameterTable *page, const QString &code, int number)
         const QString rowCode = page->code(row);
         if (rowCode.midRef(4, 2).toInt() != number)
             continue;
-        if (rowCode.compare(shortCode(code), Qt::CaseInsensitive) == 0)
+        if (rowCode == code)
             return row;
         if (found < 0)
             found = row;
     }
     return found;
+}
+
+struct PageRow
+{
+    const ParameterTable *page = nullptr; // null: no page holds the code
+    int row = -1;
+};
+
+PageRow pageRowOf(const QList<ParameterTable *> &pages, const QString &code)
+{
+    // A text that the catalogue could not spell so names no parameter.
+    static const QRegularExpression form(QStringLiteral("^Pn-[0-9A-F][0-9]{2}$"));
+    if (!form.match(code).hasMatch())
+        return {};
+    const ParameterPlace place = placeOfOffset(registerOf(code));
+    if (place.group < 0)
+        return {};
+    const ParameterTable *const page = pages.at(place.group);
+    const int row = rowOfCode(page, code, place.number);
+    return row < 0 ? PageRow() : PageRow{page, row};
 }
 
 } // namespace
@@ -113,21 +132,15 @@ void ParameterEditor::Csv_ValueChangedSlot(int row, int col)
     if (col != ParameterBatch::CodeColumn)
         return;
 
-    // Read as registerOf() reads it, but what are no digits there name no parameter.
-    static const QRegularExpression form(QStringLiteral("^.{3}[0-9A-Fa-f][0-9]{2}"));
-    const QString code = batch->text(row, ParameterBatch::CodeColumn);
-    const ParameterPlace place =
-        form.match(code).hasMatch() ? placeOfOffset(registerOf(code)) : ParameterPlace();
-    const ParameterTable *const page = place.group < 0 ? nullptr : pages.at(place.group);
-    const int pageRow = page ? rowOfCode(page, code, place.number) : -1;
-    if (pageRow < 0) {
-        batch->fillRow(row, QString(), {});
-        return;
-    }
+    const QString code = catalogueSpelling(batch->text(row, ParameterBatch::CodeColumn));
+    const PageRow found = pageRowOf(pages, code);
     QStringList cells;
-    for (int column = 0; column < ParameterTable::ColumnCount; ++column)
-        cells.append(page->text(pageRow, ParameterTable::Column(column)));
-    batch->fillRow(row, page->code(pageRow), cells);
+    if (found.page) {
+        batch->spellCode(row, code);
+        for (int column = 0; column < ParameterTable::ColumnCount; ++column)
+            cells.append(found.page->text(found.row, ParameterTable::Column(column)));
+    }
+    batch->fillRow(row, cells);
 }
 
 void ParameterEditor::readParaCsvSlot()
@@ -149,7 +162,7 @@ void ParameterEditor::sendNextBatchRead()
     }
     replyTimer.start();
     showProgress(tr("Reading..."), batchReadTotal);
-    progressBar->setValue(++batchReadProgress);
+    progressDialog->showValue(++batchReadProgress);
     const QString code = readQueue.first();
     send(parameterReadFrame(code, isRegisterPair(code)));
 }
@@ -167,7 +180,14 @@ void ParameterEditor::takeBatchReply(const QByteArray &reply)
 void ParameterEditor::writeCsvSlot()
 {
     requestState = StateWritePage;
-    writeQueue = batch->writeRecords();
+    writeQueue.clear();
+    const QList<QStringList> records = batch->writeRecords();
+    for (const QStringList &record : records) {
+        // A list from a file may have lost its marks, or names reserved rows in the other language.
+        const PageRow found = pageRowOf(pages, record.first());
+        if (!found.page || !found.page->isLeftOutOfWrites(found.row))
+            writeQueue.append(record);
+    }
     writeTotal = writeQueue.size();
     batchWriteFlag = true;
     sendNextWrite();

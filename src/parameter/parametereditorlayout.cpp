@@ -7,11 +7,10 @@
 #include "parameter/parametersymbols.h"
 #include "parameter/parametertable.h"
 #include "shell/applanguage.h"
+#include "widgets/heldprogressdialog.h"
 #include "widgets/sunkenlabel.h"
 
 #include <QHBoxLayout>
-#include <QProgressBar>
-#include <QProgressDialog>
 #include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -42,18 +41,7 @@ void ParameterEditor::buildWindow()
     layout->addWidget(note);
     setWidget(content);
 
-    progressDialog = new QProgressDialog(this);
-    progressDialog->setModal(true);
-    // The bar is set directly: the dialog's own setValue() runs an event loop, in which the next reply would
-    // be handled before this one is done with.
-    progressBar = new QProgressBar;
-    progressDialog->setBar(progressBar);
-    progressDialog->setCancelButton(nullptr);
-    QFont progressFont = progressDialog->font();
-    progressFont.setPointSize(9);
-    progressDialog->setFont(progressFont);
-    // A progress dialog shows itself after four seconds unless it is told that nothing runs.
-    progressDialog->reset();
+    progressDialog = new HeldProgressDialog(this);
 }
 
 QToolBar *ParameterEditor::buildToolBar()

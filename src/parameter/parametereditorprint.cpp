@@ -5,6 +5,7 @@
 #include "parameter/parameterprint.h"
 #include "parameter/parametertable.h"
 #include "parameter/pdffile.h"
+#include "widgets/heldprogressdialog.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -15,7 +16,6 @@
 #include <QPointer>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
-#include <QProgressDialog>
 #include <QTextEdit>
 #include <QToolBar>
 #include <QToolButton>
@@ -62,12 +62,7 @@ void ParameterEditor::addPdfMenu(QToolBar *bar, QAction *print)
 void ParameterEditor::showTransformProgress()
 {
     if (!transformDialog)
-        transformDialog = new QProgressDialog(this);
-    QFont font = transformDialog->font();
-    font.setPointSize(9);
-    transformDialog->setFont(font);
-    transformDialog->setCancelButton(nullptr);
-    transformDialog->setModal(true);
+        transformDialog = new HeldProgressDialog(this);
     transformDialog->setLabelText(tr("transform..."));
     transformDialog->setWindowTitle(tr("transform"));
     transformDialog->setRange(0, pages.size());
@@ -76,12 +71,12 @@ void ParameterEditor::showTransformProgress()
 
 void ParameterEditor::finishTransformProgress()
 {
-    transformDialog->setValue(pages.size());
+    transformDialog->showValue(pages.size());
     transformDialog->close();
 }
 
 // Takes the texts as they stand in the tables; the drive is not asked. False when it is under way already,
-// for events run in between.
+// for events run in between, and when one of them has closed the editor.
 bool ParameterEditor::transformPages()
 {
     if (isTransforming)
@@ -93,12 +88,15 @@ bool ParameterEditor::transformPages()
         printText->hide();
     }
     printText->setFixedSize(1000, 800);
+    const QPointer<ParameterEditor> alive(this);
     ParameterPrint print(printText->document());
     print.begin(printHeads(*pages.first(), ParameterTable::tr("Function Code")));
     for (int i = 0; i < pages.size(); ++i) {
         print.addRows(printRows(*pages.at(i)));
-        transformDialog->setValue(i);
+        transformDialog->showValue(i);
         QCoreApplication::processEvents();
+        if (!alive)
+            return false;
     }
     print.finish();
     printText->setAlignment(Qt::AlignCenter);
@@ -130,14 +128,25 @@ void ParameterEditor::printPreviewSlot(QPrinter *printer)
     finishTransformProgress();
 }
 
+bool ParameterEditor::mayReplace(const QString &fileName, const QString &title)
+{
+    const QString question = QFileDialog::tr("%1 already exists.\nDo you want to replace it?");
+    return QMessageBox::warning(this, title, question.arg(QFileInfo(fileName).fileName()),
+                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
 void ParameterEditor::createPDFSlot()
 {
     const QString title = tr("Create Parameter PDF");
     QString fileName = QFileDialog::getSaveFileName(this, title, QString(), QStringLiteral("*.pdf"));
     if (fileName.isEmpty())
         return;
-    if (QFileInfo(fileName).suffix().isEmpty())
+    if (QFileInfo(fileName).suffix().isEmpty()) {
         fileName.append(QLatin1String(".pdf"));
+        // The file dialog has asked about the name as it was.
+        if (QFileInfo::exists(fileName) && !mayReplace(fileName, title))
+            return;
+    }
     if (!transformPages())
         return;
     const auto print = [this](QPrinter *printer) { printParameters(*printText->document(), printer); };

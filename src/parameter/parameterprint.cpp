@@ -236,8 +236,10 @@ void ParameterPages::measureTable()
 void ParameterPages::cutIntoPages()
 {
     const qreal bodyEnd = layoutSize.height() - margin;
+    // Paper that is hardly higher than its margins would cut a row into countless pieces.
+    const qreal room = bodyEnd - margin - headHeight();
     starts = pageStarts(rows.mid(2), rows.at(1), std::max(bodyEnd - rows.at(1), 0.0),
-                        bodyEnd - margin - headHeight());
+                        room < headHeight() ? 0 : room);
 }
 
 qreal ParameterPages::headHeight() const

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/pdffile.h"
 
+#include "parameter/wholefile.h"
+
 #include <QFile>
 #include <QPrinter>
-#include <QSaveFile>
 #include <QTemporaryDir>
 
 namespace {
@@ -35,8 +36,5 @@ bool writePdfFile(const QString &fileName, const QString &title, const std::func
     const QByteArray content = file.readAll();
     if (!isWholePdf(content))
         return false;
-    QSaveFile target(fileName);
-    // A file that may be written in a folder that may not.
-    target.setDirectWriteFallback(true);
-    return target.open(QIODevice::WriteOnly) && target.write(content) == content.size() && target.commit();
+    return writeWholeFile(fileName, content);
 }

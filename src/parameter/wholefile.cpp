@@ -12,7 +12,7 @@ std::optional<QByteArray> readWholeFile(const QString &name)
         return std::nullopt;
     // Counted while it is read: a device tells no size.
     const QByteArray bytes = file.read(wholeFileLimit + 1);
-    if (bytes.size() > wholeFileLimit)
+    if (bytes.size() > wholeFileLimit || file.error() != QFileDevice::NoError)
         return std::nullopt;
     return bytes;
 }

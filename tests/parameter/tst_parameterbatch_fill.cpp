@@ -190,7 +190,7 @@ void ParameterBatchFillTest::codeIsSpeltAsOnThePage_data()
     QTest::newRow("second code behind") << "Pn-A04~Pn-A05"
                                         << "Pn-A04";
     QTest::newRow("another prefix") << "xx-A04"
-                                    << "xx-A04";
+                                    << "Pn-A04";
     QTest::newRow("no page") << "pn-c00"
                              << "pn-c00";
 }

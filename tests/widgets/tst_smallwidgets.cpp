@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "widgets/heldprogressdialog.h"
 #include "widgets/indicationlable.h"
 #include "widgets/labelgrop.h"
 #include "widgets/newcombox.h"
 #include "widgets/sunkenlabel.h"
 
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QHBoxLayout>
 #include <QImage>
+#include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
 
@@ -23,6 +26,7 @@ private slots:
     void comboBoxHoldsTheItemsGiven();
     void sunkenLabelTakesItsWeightFromAWord_data();
     void sunkenLabelTakesItsWeightFromAWord();
+    void heldProgressDialogIsClosedByItsOwnerOnly();
 };
 
 void SmallWidgetsTest::markerFollowsThePosition_data()
@@ -133,6 +137,30 @@ void SmallWidgetsTest::sunkenLabelTakesItsWeightFromAWord()
     QCOMPARE(label.font().family(), QStringLiteral("Tahoma"));
     QCOMPARE(label.frameStyle(), int(QFrame::Panel) | int(QFrame::Sunken));
     QCOMPARE(label.alignment(), Qt::AlignHCenter | Qt::AlignVCenter);
+}
+
+void SmallWidgetsTest::heldProgressDialogIsClosedByItsOwnerOnly()
+{
+    HeldProgressDialog dialog;
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.windowModality(), Qt::ApplicationModal);
+    QVERIFY(dialog.findChildren<QPushButton *>().isEmpty());
+    dialog.setRange(0, 9);
+    dialog.show();
+    dialog.showValue(4);
+    QCOMPARE(dialog.value(), 4);
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    QVERIFY(dialog.isVisible());
+    // As a click on the title bar arrives.
+    QCloseEvent fromTitleBar;
+    QSpontaneKeyEvent::setSpontaneous(&fromTitleBar);
+    QVERIFY(qApp->notify(&dialog, &fromTitleBar));
+    QVERIFY(!fromTitleBar.isAccepted());
+    QVERIFY(dialog.isVisible());
+    dialog.close();
+    QVERIFY(!dialog.isVisible());
+    dialog.show();
+    QVERIFY(dialog.isVisible());
 }
 
 QTEST_MAIN(SmallWidgetsTest)
