@@ -36,6 +36,7 @@ int runTour(MainWindow *window, kt500sim::SimulatedDrive *drive, const QString &
     ParameterTourResult result;
     addParameterTour(&tour, window, drive, &result);
     addParameterWindowsTour(&tour);
+    addParameterPdfTour(&tour, QStringLiteral("%1/parameters-%2.pdf").arg(folder, language));
     QObject::connect(&tour, &Tour::failed, qApp, [](const QString &step, const QString &reason) {
         print(stderr, QStringLiteral("tour failed at \"%1\": %2").arg(step, reason));
         QCoreApplication::exit(1);

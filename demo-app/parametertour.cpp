@@ -11,14 +11,20 @@
 #include "simulator/simulateddrive.h"
 
 #include <QComboBox>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
+#include <QPrintPreviewDialog>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <QStyleOptionToolButton>
 #include <QTest>
 #include <QToolBar>
+#include <QToolButton>
 
 #include <algorithm>
 #include <memory>
@@ -185,6 +191,28 @@ void addHelperSteps(Tour *tour, const QString &what, int page, const QString &co
                [] { Tour::visible<ParameterSettingHelper>()->close(); }, picture});
 }
 
+QToolButton *buttonOf(QAction *action)
+{
+    const QList<QWidget *> shownOn = action->associatedWidgets();
+    for (QWidget *widget : shownOn) {
+        if (const auto *const bar = qobject_cast<QToolBar *>(widget))
+            return qobject_cast<QToolButton *>(bar->widgetForAction(action));
+    }
+    return nullptr;
+}
+
+// Where a person finds the arrow of a tool button that has a menu beside its own click.
+QPoint arrowIn(QToolButton *button)
+{
+    QStyleOptionToolButton option;
+    option.initFrom(button);
+    option.subControls = QStyle::SC_ToolButton | QStyle::SC_ToolButtonMenu;
+    option.features = QStyleOptionToolButton::MenuButtonPopup | QStyleOptionToolButton::HasMenu;
+    return button->style()
+        ->subControlRect(QStyle::CC_ToolButton, &option, QStyle::SC_ToolButtonMenu, button)
+        .center();
+}
+
 // Types a code into the list's last row.
 void typeCode(ParameterBatch *batch, const QString &code)
 {
@@ -240,4 +268,52 @@ void addParameterWindowsTour(Tour *tour)
                           batch->text(4, ParameterBatch::UnitColumn) == QLatin1String("pp");
                },
                [] { Tour::visible<ParameterBatch>()->close(); }, QStringLiteral("10-batch")});
+    tour->add({QStringLiteral("pages can be printed"), [] { return !Tour::visible<ParameterBatch>(); },
+               [tour, editor] {
+                   if (!Tour::clickAction(action(editor(), "printAction")))
+                       tour->fail(QStringLiteral("the editor does not show \"Print\""));
+               },
+               QString()});
+    tour->add({QStringLiteral("print preview shows the pages"),
+               [] { return Tour::visible<QPrintPreviewDialog>() && !Tour::visible<QProgressDialog>(); },
+               [] { Tour::visible<QPrintPreviewDialog>()->close(); }, QStringLiteral("11-print-preview")});
+}
+
+void addParameterPdfTour(Tour *tour, const QString &fileName)
+{
+    const auto editor = [] { return Tour::visible<ParameterEditor>(); };
+    tour->add({QStringLiteral("pages can be written to a PDF"),
+               [] { return !Tour::visible<QPrintPreviewDialog>(); },
+               [tour, editor] {
+                   QToolButton *const button = buttonOf(action(editor(), "printAction"));
+                   if (!button)
+                       tour->fail(QStringLiteral("the editor does not show \"Print\""));
+                   else
+                       QTest::mouseClick(button, Qt::LeftButton, {}, arrowIn(button));
+               },
+               QString()});
+    tour->add({QStringLiteral("menu of \"Print\" offers the PDF"), [] { return Tour::visible<QMenu>(); },
+               [editor] {
+                   auto *const menu = Tour::visible<QMenu>();
+                   const QRect entry = menu->actionGeometry(action(editor(), "createPDFAction"));
+                   QTest::mouseClick(menu, Qt::LeftButton, {}, entry.center());
+               },
+               QStringLiteral("12-print-menu")});
+    tour->add({QStringLiteral("a name for the PDF is asked for"),
+               [] { return Tour::visible<QFileDialog>() != nullptr; },
+               [fileName] {
+                   auto *const name = Tour::visible<QFileDialog>()->findChild<QLineEdit *>();
+                   name->setText(fileName);
+                   QTest::keyClick(name, Qt::Key_Return);
+               },
+               QString()});
+    tour->add(
+        {QStringLiteral("the PDF has been written"),
+         [] { return Tour::messageBox(ParameterEditor::tr("Finish create Parameter PDF ")) != nullptr; },
+         [tour, fileName] {
+             if (QFileInfo(fileName).size() == 0)
+                 tour->fail(QStringLiteral("there is no PDF file"));
+             QTest::keyClick(Tour::visible<QMessageBox>(), Qt::Key_Return);
+         },
+         QStringLiteral("13-pdf-written")});
 }

@@ -23,5 +23,9 @@ struct ParameterTourResult
 void addParameterTour(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *drive,
                       ParameterTourResult *result);
 
-// Appends the windows that the editor opens: the setting helper on three kinds of rows, and the batch window.
+// Appends the windows that the editor opens: the setting helper on three kinds of rows, the batch window and
+// the print preview.
 void addParameterWindowsTour(Tour *tour);
+
+// Appends the way to a PDF of all parameters, which is written to this file.
+void addParameterPdfTour(Tour *tour, const QString &fileName);

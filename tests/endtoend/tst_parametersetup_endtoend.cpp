@@ -195,6 +195,8 @@ private slots:
     void valueIsTriedInRamAndThenKept_data();
     void valueIsTriedInRamAndThenKept();
     void choiceOfAFormIsTriedInRamAndThenKept();
+    void driveFromTheFactoryShowsTheDefaults_data();
+    void driveFromTheFactoryShowsTheDefaults();
     void setUpReturnsToAResetDriveFromItsFile_data();
     void setUpReturnsToAResetDriveFromItsFile();
 };
@@ -285,6 +287,58 @@ void ParameterSetupEndToEndTest::choiceOfAFormIsTriedInRamAndThenKept()
     QCOMPARE(Workplace::colour(editor, 0, code), QColor(Qt::black));
     place.drive->powerCycle();
     QCOMPARE(*place.drive->readRegister(4), quint16(0x0100));
+}
+
+void ParameterSetupEndToEndTest::driveFromTheFactoryShowsTheDefaults_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QStringList>("others"); // how their codes start
+    // Its default is written with one digit behind the point.
+    const QStringList both{"Pn-638"};
+    QTest::newRow("Chinese") << "zh_CN" << both;
+    // The drive is that of the Chinese catalogue: the English one has other parameters in group 3, and reads
+    // the high word of a pair alone where it writes no tilde.
+    QTest::newRow("English") << "en_US" << both + QStringList{"Pn-3", "Pn-401"};
+}
+
+void ParameterSetupEndToEndTest::driveFromTheFactoryShowsTheDefaults()
+{
+    QFETCH(QString, language);
+    QFETCH(QStringList, others);
+    ModalAnswers boxes;
+    Workplace place(language);
+    place.connectTo(QStringLiteral("USB"));
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    QVERIFY(editor);
+    for (int index = 0; index < pageCount; ++index) {
+        const ParameterTable *const page = Workplace::page(editor, index);
+        for (int row = 0; row < page->rowCount(); ++row)
+            page->item(row, ParameterTable::ValueColumn)->setText(QStringLiteral("unread"));
+    }
+    boxes.expect(wordsOf(language).readingDone);
+    Workplace::clickAction(editor, "readAction");
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 30000));
+
+    int compared = 0;
+    for (int index = 0; index < pageCount; ++index) {
+        const ParameterTable *const page = Workplace::page(editor, index);
+        for (int row = 0; row < page->rowCount(); ++row) {
+            const QString byDefault = page->text(row, ParameterTable::DefaultColumn);
+            // A mistyped code of the English catalogue is read as a row of another page.
+            const bool isOfThisPage = offsetOf(page->code(row)) / 100 == index;
+            const bool isOther = std::any_of(others.begin(), others.end(), [&](const QString &start) {
+                return page->code(row).startsWith(start);
+            });
+            if (byDefault.isEmpty() || !isOfThisPage || isOther)
+                continue;
+            ++compared;
+            QVERIFY2(page->text(row, ParameterTable::ValueColumn) == byDefault, qPrintable(page->code(row)));
+            QVERIFY2(page->item(row, ParameterTable::ValueColumn)->foreground().color() != QColor(Qt::blue),
+                     qPrintable(page->code(row)));
+        }
+    }
+    QVERIFY(compared > 400);
 }
 
 void ParameterSetupEndToEndTest::setUpReturnsToAResetDriveFromItsFile_data()
