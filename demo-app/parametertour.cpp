@@ -213,6 +213,16 @@ QPoint arrowIn(QToolButton *button)
         .center();
 }
 
+QAction *toolOf(const QWidget *window, const QString &text)
+{
+    const QList<QAction *> actions = window->findChild<QToolBar *>()->actions();
+    for (QAction *action : actions) {
+        if (action->text() == text)
+            return action;
+    }
+    return nullptr;
+}
+
 // Types a code into the list's last row.
 void typeCode(ParameterBatch *batch, const QString &code)
 {
@@ -246,7 +256,7 @@ void addParameterWindowsTour(Tour *tour)
                        tour->fail(QStringLiteral("the editor does not show \"edit parameter\""));
                },
                QString()});
-    const QStringList codes{"Pn-007", "Pn-100", "Pn-304", "Pn-610", "Pn-A04"};
+    const QStringList codes{"Pn-007", "Pn-100", "Pn-610", "Pn-702", "Pn-A04"};
     for (int row = 0; row < codes.size(); ++row) {
         // A typed code is taken over by the event loop, so each row is a step of its own.
         tour->add({QStringLiteral("batch window shows %1 rows").arg(row),
@@ -266,6 +276,22 @@ void addParameterWindowsTour(Tour *tour)
                    const ParameterBatch *const batch = Tour::visible<ParameterBatch>();
                    return batch->codes().size() == 5 && batch->codes().last() == QLatin1String("Pn-A04") &&
                           batch->text(4, ParameterBatch::UnitColumn) == QLatin1String("pp");
+               },
+               [tour] {
+                   if (!Tour::clickAction(
+                           toolOf(Tour::visible<ParameterBatch>(), ParameterEditor::tr("read parameter"))))
+                       tour->fail(QStringLiteral("the batch window does not show \"read parameter\""));
+               },
+               QString()});
+    tour->add(
+        {QStringLiteral("rows of the batch window have been read"),
+         [] { return Tour::messageBox(ParameterEditor::tr("Parameters reading completed")) != nullptr; },
+         [] { QTest::keyClick(Tour::visible<QMessageBox>(), Qt::Key_Return); }, QString()});
+    tour->add({QStringLiteral("batch window shows what the drive holds beside what it would write"),
+               [] {
+                   const ParameterBatch *const batch = Tour::visible<ParameterBatch>();
+                   return !Tour::visible<QMessageBox>() && batch->text(0, ParameterBatch::RealColumn) ==
+                                                               batch->text(0, ParameterBatch::ValueColumn);
                },
                [] { Tour::visible<ParameterBatch>()->close(); }, QStringLiteral("10-batch")});
     tour->add({QStringLiteral("pages can be printed"), [] { return !Tour::visible<ParameterBatch>(); },

@@ -90,6 +90,8 @@ QMessageBox *Tour::messageBox(const QString &text)
 
 bool Tour::clickAction(QAction *action)
 {
+    if (!action)
+        return false;
     const QList<QWidget *> shownOn = action->associatedWidgets();
     for (QWidget *widget : shownOn) {
         auto *const bar = qobject_cast<QToolBar *>(widget);
