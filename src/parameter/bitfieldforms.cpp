@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr int codePrefixLength = 4; // "Pn-" and the group
+
 BitField digits(const char *name, FieldPart part, int block, int base)
 {
     BitField field;
@@ -189,12 +191,23 @@ const std::vector<BitFieldForm> &allForms()
     return forms;
 }
 
+// The number of a code within its group, two decimal digits, or -1 for anything else.
+int numberInGroup(const QString &code)
+{
+    const auto digitAt = [&code](int place) { return code.at(place).unicode() - '0'; };
+    const int tens = digitAt(codePrefixLength);
+    const int units = digitAt(codePrefixLength + 1);
+    const bool areDigits = tens >= 0 && tens <= 9 && units >= 0 && units <= 9;
+    return areDigits ? 10 * tens + units : -1;
+}
+
 bool isInRun(const QString &code, const char *firstCode, const char *lastCode)
 {
     const QString first = QLatin1String(firstCode);
-    constexpr int prefixLength = 4; // "Pn-" and the group
-    return code.size() == first.size() && code.leftRef(prefixLength) == first.leftRef(prefixLength) &&
-           code >= first && code <= QLatin1String(lastCode);
+    if (code.size() != first.size() || code.leftRef(codePrefixLength) != first.leftRef(codePrefixLength))
+        return false;
+    const int number = numberInGroup(code);
+    return number >= numberInGroup(first) && number <= numberInGroup(QLatin1String(lastCode));
 }
 
 // The number of an option line in front of its colon, or -1 for any other line.

@@ -222,6 +222,12 @@ void BitFieldFormsTest::runEndsWithItsLastCode_data()
     without("pn-211");
     without("Pn-004~Pn-005");
     without("Pn-a00");
+    // The last two characters are decimal digits.
+    without("Pn-21A");
+    without("Pn-2A1");
+    without("Pn-2 1");
+    without("Pn-21 ");
+    without("Pn-2+1");
     without("");
 }
 
