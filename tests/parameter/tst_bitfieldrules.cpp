@@ -24,17 +24,19 @@ private slots:
     void letterStaysUntilItsFieldIsChanged();
     void digitWithoutLinesGoesUpToTheMaximum_data();
     void digitWithoutLinesGoesUpToTheMaximum();
+    void choiceBackGivesTheTextBack_data();
+    void choiceBackGivesTheTextBack();
     void firstChoiceFromAnEmptyValue_data();
     void firstChoiceFromAnEmptyValue();
     void valueOfAFormCannotBeTyped();
     void typedDigitsAreShown();
     void typedDigitWithoutOptionStays();
     void shortTypedTextIsFilledUpFirst();
-    void captionsNameTheDigits();
     void namesWithoutARuleChangeNothing();
     void panelDisplayHasFreeDigitsAndANote();
     void analogInputTenLengthensTheTextAndIsRefused();
     void pulseWidthListFollowsTheTerminal();
+    void bothPulseWidthListsAreWhole();
     void pulseWidthListIsThatOfTheValueFromTheStart();
     void notesFollowTheChoice_data();
     void notesFollowTheChoice();
@@ -187,6 +189,28 @@ void BitFieldRulesTest::letterStaysUntilItsFieldIsChanged()
     QCOMPARE(valueEdit(helper)->text(), QStringLiteral("0x010C"));
 }
 
+void BitFieldRulesTest::choiceBackGivesTheTextBack_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("Chinese") << chinese;
+    QTest::newRow("English") << english;
+}
+
+void BitFieldRulesTest::choiceBackGivesTheTextBack()
+{
+    QFETCH(QString, language);
+    const Helper helper = open(language, QStringLiteral("Pn-004"), QStringLiteral("0x0000"));
+    helper->show();
+    QComboBox *const hundreds = box(helper, QStringLiteral("Pn-004hundreds"));
+    QCOMPARE(hundreds->currentIndex(), 0);
+    QTest::keyClick(hundreds, Qt::Key_Down);
+    QCOMPARE(hundreds->currentIndex(), 1);
+    QCOMPARE(valueEdit(helper)->text(), QStringLiteral("0x0100"));
+    QTest::keyClick(hundreds, Qt::Key_Up);
+    QCOMPARE(hundreds->currentIndex(), 0);
+    QCOMPARE(valueEdit(helper)->text(), QStringLiteral("0x0000"));
+}
+
 void BitFieldRulesTest::firstChoiceFromAnEmptyValue_data()
 {
     QTest::addColumn<QString>("code");
@@ -265,18 +289,6 @@ void BitFieldRulesTest::shortTypedTextIsFilledUpFirst()
     QCOMPARE(valueEdit(helper)->text(), QStringLiteral("0x0112"));
 }
 
-void BitFieldRulesTest::captionsNameTheDigits()
-{
-    const auto captionOf = [](const Helper &helper, const char *name) {
-        return qobject_cast<NewCombox *>(box(helper, name)->parentWidget())->label->text();
-    };
-    const Helper management = open(chinese, QStringLiteral("Pn-004"), QString());
-    QCOMPARE(captionOf(management, "Pn-004uint"), QStringLiteral("Uint:"));
-    QCOMPARE(captionOf(management, "Pn-004ten"), QStringLiteral("Ten:"));
-    QCOMPARE(captionOf(management, "Pn-004hundreds"), QStringLiteral("Hundreds:"));
-    QCOMPARE(captionOf(management, "Pn-004Thousands"), QStringLiteral("Thousands:"));
-}
-
 void BitFieldRulesTest::namesWithoutARuleChangeNothing()
 {
     for (const char *name : {"", "Pn-003Thousands", "Pn-300_31", "Pn-509_0", "Pn-999"}) {
@@ -334,8 +346,6 @@ void BitFieldRulesTest::pulseWidthListFollowsTheTerminal()
 
     box(helper, QStringLiteral("Pn-300_2"))->setCurrentIndex(1);
     QCOMPARE(titleAround(thousands), highSpeed);
-    QCOMPARE(itemsOf(thousands).mid(0, 4),
-             QStringList({"0: 150ns(3.33M)", "1: 600ns(0.83M)", "2: 1.2us(416K)", "3: 2.4us(208K)"}));
     // Digit and choice stay together.
     QCOMPARE(thousands->currentIndex(), 3);
     QCOMPARE(valueEdit(helper)->text(), QStringLiteral("0x3112"));
@@ -346,6 +356,31 @@ void BitFieldRulesTest::pulseWidthListFollowsTheTerminal()
     QCOMPARE(titleAround(thousands), lowSpeed);
     QCOMPARE(thousands->currentText(), QStringLiteral("1: 2.4us(208K)"));
     QCOMPARE(valueEdit(helper)->text(), QStringLiteral("0x1012"));
+}
+
+void BitFieldRulesTest::bothPulseWidthListsAreWhole()
+{
+    // The last two blocks of the row, each a title and five options.
+    const QStringList details = rowOf(chinese, QStringLiteral("Pn-300")).details;
+    QCOMPARE(details.size(), 23);
+    const QStringList lowSpeed = details.mid(12, 5);
+    const QStringList highSpeed = details.mid(18, 5);
+    QCOMPARE(lowSpeed.last(), QStringLiteral("4: 不滤波"));
+    QCOMPARE(highSpeed, QStringList({"0: 150ns(3.33M)", "1: 600ns(0.83M)", "2: 1.2us(416K)", "3: 2.4us(208K)",
+                                     "4: 不滤波"}));
+
+    const Helper helper = open(chinese, QStringLiteral("Pn-300"), QStringLiteral("0x0000"));
+    const QComboBox *const thousands = box(helper, QStringLiteral("Pn-300_3"));
+    QComboBox *const hundreds = box(helper, QStringLiteral("Pn-300_2"));
+    QCOMPARE(thousands->count(), 5);
+    QCOMPARE(itemsOf(thousands), lowSpeed);
+    hundreds->setCurrentIndex(1);
+    QCOMPARE(thousands->count(), 5);
+    QCOMPARE(itemsOf(thousands), highSpeed);
+    hundreds->setCurrentIndex(0);
+    QCOMPARE(itemsOf(thousands), lowSpeed);
+    const Helper opened = open(chinese, QStringLiteral("Pn-300"), QStringLiteral("0x0100"));
+    QCOMPARE(itemsOf(box(opened, QStringLiteral("Pn-300_3"))), highSpeed);
 }
 
 void BitFieldRulesTest::pulseWidthListIsThatOfTheValueFromTheStart()

@@ -7,6 +7,7 @@
 
 #include <QFrame>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -29,6 +30,7 @@ private slots:
     void attributesStandUnderTheirHeads();
     void everyWidgetTakesTheDialogsFont();
     void flagsKeepTheirColumns();
+    void valueStandsInTheMiddleOfItsRow();
     void defaultOfAnAsteriskLeavesTheValueEmpty();
     void buttonsStandInTheirOrder_data();
     void buttonsStandInTheirOrder();
@@ -157,7 +159,9 @@ void ParameterSettingHelperTest::windowHasItsTitleSizeAndColour()
 {
     ParameterSettingHelper dialog(tenths(), {});
     QCOMPARE(dialog.windowTitle(), QStringLiteral("Parameter Setting Helper"));
-    QVERIFY(!dialog.windowIcon().isNull());
+    const QImage icon = dialog.windowIcon().pixmap(32, 32).toImage();
+    QVERIFY(!icon.isNull());
+    QCOMPARE(icon, QIcon(QStringLiteral(":/pic/pic/logo.ico")).pixmap(32, 32).toImage());
     QCOMPARE(dialog.size(), QSize(650, 380));
     QCOMPARE(dialog.objectName(), QStringLiteral("widget"));
     QCOMPARE(dialog.styleSheet(), QStringLiteral("QWidget#widget{background-color: #E1ECEE;}"));
@@ -247,6 +251,30 @@ void ParameterSettingHelperTest::flagsKeepTheirColumns()
             QCOMPARE(word->styleSheet(), isSet ? styles.at(column) : QString());
         }
     }
+}
+
+void ParameterSettingHelperTest::valueStandsInTheMiddleOfItsRow()
+{
+    ParameterSettingHelper dialog(tenths(), {});
+    const auto *const line = qobject_cast<QHBoxLayout *>(grid(dialog)->itemAtPosition(4, 0)->layout());
+    QVERIFY(line);
+    QCOMPARE(grid(dialog)->itemAtPosition(4, 4)->layout(), line);
+    QCOMPARE(line->count(), 4);
+    for (const int place : {0, 3}) {
+        QVERIFY(line->itemAt(place)->spacerItem());
+        QVERIFY(line->itemAt(place)->expandingDirections() & Qt::Horizontal);
+    }
+    const auto *const label = qobject_cast<QLabel *>(line->itemAt(1)->widget());
+    QVERIFY(label);
+    QCOMPARE(label->text(), QStringLiteral("Value"));
+    QCOMPARE(line->itemAt(2)->widget(), valueEdit(dialog));
+
+    dialog.show();
+    const QRect words = label->geometry();
+    const QRect edit = valueEdit(dialog)->geometry();
+    QVERIFY(words.right() < edit.left());
+    QVERIFY(words.left() > 100);
+    QVERIFY(qAbs(words.left() - (dialog.width() - 1 - edit.right())) <= 1);
 }
 
 void ParameterSettingHelperTest::defaultOfAnAsteriskLeavesTheValueEmpty()

@@ -17,6 +17,8 @@ private slots:
     void marksAreThoseOfTheirRow();
     void defaultsAgreeWithTheLimits_data();
     void defaultsAgreeWithTheLimits();
+    void rowWithAHexadecimalMaximumHasItsMark_data();
+    void rowWithAHexadecimalMaximumHasItsMark();
     void tellingRowIsExact_data();
     void tellingRowIsExact();
     void reservedRowsAreNamedAlike();
@@ -294,6 +296,26 @@ void ParameterFilesTest::defaultsAgreeWithTheLimits()
         ++compared;
     }
     QVERIFY(compared > 450);
+}
+
+void ParameterFilesTest::rowWithAHexadecimalMaximumHasItsMark_data()
+{
+    addLanguages();
+}
+
+// A value is taken as hexadecimal by its mark or by its maximum: in these files they agree.
+void ParameterFilesTest::rowWithAHexadecimalMaximumHasItsMark()
+{
+    QFETCH(QString, path);
+    int found = 0;
+    for (const XmlNode &row : rowsOf(path)) {
+        if (!row.childText("max").contains(QLatin1String("0x"), Qt::CaseInsensitive))
+            continue;
+        ++found;
+        const XmlNode mark = row.child("function").children.value(1);
+        QVERIFY2(mark.code() == QLatin1String("1"), qPrintable(row.childText("code")));
+    }
+    QVERIFY(found > 70);
 }
 
 void ParameterFilesTest::tellingRowIsExact_data()
