@@ -2,21 +2,25 @@
 // The whole product on a line that misbehaves: what the user is told, and what comes back by itself.
 #include "link/serialport.h"
 #include "parameter/parametereditor.h"
+#include "parameter/parametersettinghelper.h"
 #include "parameter/parametertable.h"
 #include "shell/mainwindow.h"
 #include "support/modalanswers.h"
 #include "support/workplace.h"
 
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
 #include <QProgressDialog>
+#include <QPushButton>
 #include <QTest>
 
 namespace {
 
 const QString readingDone = QStringLiteral("Parameters reading completed");
 const QString writingDone = QStringLiteral("Parameters writing completed");
+const QString writeTimeout = QStringLiteral("Write Timeout!");
 const QString requestTimeout = QStringLiteral("Request Timeout!");
 const QString failed = QStringLiteral("Fail to connect to the device via \nRead Modbus Failed!");
 const QString rs485 = QStringLiteral("115200(485)");
@@ -47,6 +51,8 @@ private slots:
     void closingTheEditorInMidTransferLeavesTheLink();
     void closingTheApplicationInMidTransferEnds();
     void nothingIsSentByItselfAfterAReconnect();
+    void valueThatASilentDriveDidNotTakeIsToldLater_data();
+    void valueThatASilentDriveDidNotTakeIsToldLater();
 };
 
 void LineFaultsEndToEndTest::passingFaultLeavesTheReadWhole_data()
@@ -140,7 +146,7 @@ void LineFaultsEndToEndTest::silenceInAPageWriteIsToldByTheLink()
     const ParameterEditor *const editor = place.openEditor();
     boxes.expectPassing(failed);
     // A missing acknowledgement of a write is told, a missing read-back is not; chance decides which it is.
-    boxes.allow(QStringLiteral("Write Timeout!"));
+    boxes.allow(writeTimeout);
     Workplace::clickAction(editor, "writeAction");
     QTRY_VERIFY(isReading(editor, 30));
     QVERIFY(place.drive->setFault(QStringLiteral("silence 3000")));
@@ -254,12 +260,60 @@ void LineFaultsEndToEndTest::nothingIsSentByItselfAfterAReconnect()
     QTRY_VERIFY(place.isShownOnline());
     ParameterEditor *const editor = place.openEditor();
     QVERIFY(place.drive->setFault(QStringLiteral("silence 2500")));
-    boxes.expect(QStringLiteral("Write Timeout!"));
+    boxes.expect(writeTimeout);
     editor->writeCurrentParameterToServo({"Pn-007", "", "55.5", "0.1rpm", "0.0", "6000.0"}, true);
     const quint16 before = *place.drive->readRegister(7);
     QTRY_COMPARE_WITH_TIMEOUT(boxes.seen.size(), 2, 10000);
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline() && !SerialPort::reconnecting, 10000);
     // The write in flight was lost with the link, and nobody repeats it.
+    QCOMPARE(*place.drive->readRegister(7), before);
+}
+
+void LineFaultsEndToEndTest::valueThatASilentDriveDidNotTakeIsToldLater_data()
+{
+    QTest::addColumn<QString>("speed");
+    QTest::newRow("RS-485") << rs485;
+    QTest::newRow("USB") << usb;
+}
+
+void LineFaultsEndToEndTest::valueThatASilentDriveDidNotTakeIsToldLater()
+{
+    QFETCH(QString, speed);
+    const QString code = QStringLiteral("Pn-007");
+    ModalAnswers boxes;
+    Workplace place;
+    place.connectTo(speed);
+    QTRY_VERIFY(place.isShownOnline());
+    const ParameterEditor *const editor = place.openEditor();
+    QVERIFY(editor);
+    const quint16 before = *place.drive->readRegister(7);
+    QVERIFY(before != 1234);
+    const ParameterSettingHelper *const helper = Workplace::openHelper(editor, 0, code);
+    QVERIFY(helper);
+    helper->findChild<QLineEdit *>(QStringLiteral("valueEdit"))->setText(QStringLiteral("123.4"));
+    const auto showsTheNewValue = [&] {
+        return Workplace::value(editor, 0, code) == QLatin1String("123.4") &&
+               Workplace::colour(editor, 0, code) == QColor(Qt::red);
+    };
+    QVERIFY(!showsTheNewValue());
+    QVERIFY(place.drive->setFault(QStringLiteral("silence 3000")));
+
+    // The helper does not wait for the drive: the table has the value before anything is known of it.
+    bool wasShownWhenTold = false;
+    boxes.expect(writeTimeout, [&](QMessageBox *box) {
+        wasShownWhenTold = showsTheNewValue();
+        box->accept();
+    });
+    boxes.expectPassing(failed);
+    QTest::mouseClick(helper->findChild<QPushButton *>(QStringLiteral("okButton")), Qt::LeftButton);
+    QVERIFY(!helper->isVisible());
+    QVERIFY(showsTheNewValue());
+    QVERIFY(boxes.seen.isEmpty());
+
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    QVERIFY(wasShownWhenTold);
+    QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline() && !SerialPort::reconnecting, 10000);
+    QVERIFY(showsTheNewValue());
     QCOMPARE(*place.drive->readRegister(7), before);
 }
 

@@ -15,7 +15,6 @@
 #include <QContextMenuEvent>
 #include <QFile>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QMap>
 #include <QMenu>
 #include <QProgressDialog>
@@ -46,34 +45,10 @@ Words wordsOf(const QString &language)
             QStringLiteral("Save scp file"), QStringLiteral("open scp file")};
 }
 
-// Selects the page of a row and brings its Value cell into view; its centre, in the viewport.
-QPoint showValue(const ParameterEditor *editor, int index, const QString &code)
-{
-    editor->findChild<QListWidget *>()->setCurrentRow(index + 1);
-    ParameterTable *const page = Workplace::page(editor, index);
-    const QTableWidgetItem *const cell =
-        page->item(Workplace::rowOf(page, code), ParameterTable::ValueColumn);
-    page->scrollToItem(cell);
-    return page->visualItemRect(cell).center();
-}
-
-ParameterSettingHelper *openHelper(const ParameterEditor *editor, int index, const QString &code)
-{
-    const QPoint place = showValue(editor, index, code);
-    ParameterTable *const page = Workplace::page(editor, index);
-    QTest::mouseDClick(page->viewport(), Qt::LeftButton, {}, place);
-    const QList<ParameterSettingHelper *> helpers = page->findChildren<ParameterSettingHelper *>();
-    for (ParameterSettingHelper *helper : helpers) {
-        if (helper->isVisible())
-            return helper;
-    }
-    return nullptr;
-}
-
 // Chooses the entry of a row's menu: 1 reads the row, 2 stores it.
 void chooseInMenu(const ParameterEditor *editor, int index, const QString &code, int entry)
 {
-    const QPoint place = showValue(editor, index, code);
+    const QPoint place = Workplace::showValue(editor, index, code);
     QWidget *const viewport = Workplace::page(editor, index)->viewport();
     QContextMenuEvent event(QContextMenuEvent::Mouse, place, viewport->mapToGlobal(place));
     QCoreApplication::sendEvent(viewport, &event);
@@ -223,7 +198,7 @@ void ParameterSetupEndToEndTest::valueIsTriedInRamAndThenKept()
     const auto answers = answersOf(place);
 
     // To working memory: red, and the drive's memory keeps what it had.
-    const ParameterSettingHelper *const helper = openHelper(editor, 0, code);
+    const ParameterSettingHelper *const helper = Workplace::openHelper(editor, 0, code);
     QVERIFY(helper);
     helper->findChild<QLineEdit *>(QStringLiteral("valueEdit"))->setText(QStringLiteral("123.4"));
     clickButton(helper, "okButton");
@@ -262,7 +237,7 @@ void ParameterSetupEndToEndTest::choiceOfAFormIsTriedInRamAndThenKept()
     QVERIFY(editor);
 
     const auto answers = answersOf(place);
-    const ParameterSettingHelper *helper = openHelper(editor, 0, code);
+    const ParameterSettingHelper *helper = Workplace::openHelper(editor, 0, code);
     QVERIFY(helper);
     auto *const hundreds = helper->findChild<QComboBox *>(QStringLiteral("Pn-004hundreds"));
     QVERIFY(hundreds);
@@ -277,7 +252,7 @@ void ParameterSetupEndToEndTest::choiceOfAFormIsTriedInRamAndThenKept()
     place.drive->powerCycle();
     chooseInMenu(editor, 0, code, 1);
     QTRY_COMPARE(Workplace::value(editor, 0, code), QStringLiteral("0x0000"));
-    helper = openHelper(editor, 0, code);
+    helper = Workplace::openHelper(editor, 0, code);
     QVERIFY(helper);
     QTest::keyClick(helper->findChild<QComboBox *>(QStringLiteral("Pn-004hundreds")), Qt::Key_Down);
     clickButton(helper, "writeButton");

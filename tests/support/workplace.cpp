@@ -5,6 +5,7 @@
 #include "link/portlist.h"
 #include "link/serialport.h"
 #include "parameter/parametereditor.h"
+#include "parameter/parametersettinghelper.h"
 #include "parameter/parametertable.h"
 #include "shell/mainwindow.h"
 #include "shell/startup.h"
@@ -119,6 +120,28 @@ void Workplace::setValue(const ParameterEditor *editor, int index, const QString
 {
     const ParameterTable *const table = page(editor, index);
     table->item(rowOf(table, code), ParameterTable::ValueColumn)->setText(text);
+}
+
+QPoint Workplace::showValue(const ParameterEditor *editor, int index, const QString &code)
+{
+    editor->findChild<QListWidget *>()->setCurrentRow(index + 1);
+    ParameterTable *const table = page(editor, index);
+    const QTableWidgetItem *const cell = table->item(rowOf(table, code), ParameterTable::ValueColumn);
+    table->scrollToItem(cell);
+    return table->visualItemRect(cell).center();
+}
+
+ParameterSettingHelper *Workplace::openHelper(const ParameterEditor *editor, int index, const QString &code)
+{
+    const QPoint place = showValue(editor, index, code);
+    ParameterTable *const table = page(editor, index);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, place);
+    const QList<ParameterSettingHelper *> helpers = table->findChildren<ParameterSettingHelper *>();
+    for (ParameterSettingHelper *helper : helpers) {
+        if (helper->isVisible())
+            return helper;
+    }
+    return nullptr;
 }
 
 QProgressDialog *Workplace::progress(const ParameterEditor *editor)

@@ -13,9 +13,11 @@
 
 class MainWindow;
 class ParameterEditor;
+class ParameterSettingHelper;
 class ParameterTable;
 class QAction;
 class QListWidget;
+class QPoint;
 class QProgressDialog;
 class QTemporaryDir;
 struct Application;
@@ -41,6 +43,10 @@ public:
     static QString value(const ParameterEditor *editor, int index, const QString &code);
     static QColor colour(const ParameterEditor *editor, int index, const QString &code);
     static void setValue(const ParameterEditor *editor, int index, const QString &code, const QString &text);
+    // Selects the page of a row and brings its Value cell into view; its centre, in the viewport.
+    static QPoint showValue(const ParameterEditor *editor, int index, const QString &code);
+    // Opens the setting helper of a row by a double-click on its value; null if none comes.
+    static ParameterSettingHelper *openHelper(const ParameterEditor *editor, int index, const QString &code);
     static QProgressDialog *progress(const ParameterEditor *editor);
     // Leaves the rows of these codes only, so that a transfer is short.
     static void keepOnly(const ParameterEditor *editor, const QStringList &codes);
