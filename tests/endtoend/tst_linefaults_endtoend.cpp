@@ -6,6 +6,7 @@
 #include "parameter/parametertable.h"
 #include "shell/mainwindow.h"
 #include "support/modalanswers.h"
+#include "support/rununtil.h"
 #include "support/workplace.h"
 
 #include <QLineEdit>
@@ -78,7 +79,7 @@ void LineFaultsEndToEndTest::passingFaultLeavesTheReadWhole()
     Workplace::clickAction(editor, "readAction");
     QTRY_VERIFY(isReading(editor, 100));
     QVERIFY(place.drive->setFault(fault));
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
     QVERIFY(place.drive->counters().retransmissions > 0);
     QVERIFY(place.isShownOnline());
 }
@@ -93,7 +94,7 @@ void LineFaultsEndToEndTest::refusedRequestsDoNotStopTheRead()
     QVERIFY(place.drive->setFault(QStringLiteral("exception 2 5")));
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
     // A refusal completes its request, so the link stays and the read goes on to its end.
     QVERIFY(place.isShownOnline());
 }
@@ -109,7 +110,7 @@ void LineFaultsEndToEndTest::garbageEndsTheReadWithAMessage()
     Workplace::clickAction(editor, "readAction");
     QTRY_VERIFY(isReading(editor, 50));
     QVERIFY(place.drive->setFault(QStringLiteral("garbage on")));
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
     // Bytes arrive, so the link stays on-line.
     QVERIFY(place.isShownOnline());
     QVERIFY(!Workplace::progress(editor)->isVisible());
@@ -129,12 +130,12 @@ void LineFaultsEndToEndTest::silenceInAPageReadIsToldAndTheLinkComesBack()
     QTRY_VERIFY(isReading(editor, 50));
     QVERIFY(place.drive->setFault(QStringLiteral("silence 5000")));
     QTRY_VERIFY_WITH_TIMEOUT(!place.isShownOnline(), 10000);
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 15000);
     // The rest and then the whole list are read by the user's own act.
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
 }
 
 void LineFaultsEndToEndTest::silenceInAPageWriteIsToldByTheLink()
@@ -151,7 +152,7 @@ void LineFaultsEndToEndTest::silenceInAPageWriteIsToldByTheLink()
     QTRY_VERIFY(isReading(editor, 30));
     QVERIFY(place.drive->setFault(QStringLiteral("silence 3000")));
     QTRY_VERIFY_WITH_TIMEOUT(!Workplace::progress(editor)->isVisible(), 10000);
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 10000);
 }
 
@@ -190,11 +191,11 @@ void LineFaultsEndToEndTest::unpluggedInMidTransferIsToldAndComesBack()
     QTRY_VERIFY(isReading(editor, 50));
     place.drive->hangUp(std::chrono::milliseconds(3000));
     QTRY_VERIFY_WITH_TIMEOUT(!place.isShownOnline(), 10000);
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 15000);
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
 }
 
 void LineFaultsEndToEndTest::streamOfAnEarlierSessionIsStopped()
@@ -229,7 +230,7 @@ void LineFaultsEndToEndTest::closingTheEditorInMidTransferLeavesTheLink()
     QVERIFY(next);
     boxes.expect(readingDone);
     Workplace::clickAction(next, "readAction");
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
 }
 
 void LineFaultsEndToEndTest::closingTheApplicationInMidTransferEnds()
@@ -263,7 +264,7 @@ void LineFaultsEndToEndTest::nothingIsSentByItselfAfterAReconnect()
     boxes.expect(writeTimeout);
     editor->writeCurrentParameterToServo({"Pn-007", "", "55.5", "0.1rpm", "0.0", "6000.0"}, true);
     const quint16 before = *place.drive->readRegister(7);
-    QTRY_COMPARE_WITH_TIMEOUT(boxes.seen.size(), 2, 10000);
+    QVERIFY(runUntil([&boxes] { return boxes.seen.size() == 2; }, 10000));
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline() && !SerialPort::reconnecting, 10000);
     // The write in flight was lost with the link, and nobody repeats it.
     QCOMPARE(*place.drive->readRegister(7), before);
@@ -310,7 +311,7 @@ void LineFaultsEndToEndTest::valueThatASilentDriveDidNotTakeIsToldLater()
     QVERIFY(showsTheNewValue());
     QVERIFY(boxes.seen.isEmpty());
 
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 10000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
     QVERIFY(wasShownWhenTold);
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline() && !SerialPort::reconnecting, 10000);
     QVERIFY(showsTheNewValue());

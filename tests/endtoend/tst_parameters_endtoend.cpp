@@ -6,6 +6,7 @@
 #include "parameter/parametertable.h"
 #include "shell/mainwindow.h"
 #include "support/modalanswers.h"
+#include "support/rununtil.h"
 #include "support/workplace.h"
 
 #include <QListWidget>
@@ -76,7 +77,7 @@ void ParametersEndToEndTest::wholeCatalogueIsReadFromTheDrive()
     place.drive->resetCounters();
     boxes.expect(done);
     Workplace::clickAction(editor, "readAction");
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 30000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 30000));
 
     // A busy machine may make the link ask again; no row is left out for it.
     QVERIFY(int(place.drive->counters().requests) >= rows);
@@ -110,7 +111,7 @@ void ParametersEndToEndTest::changedValueIsShownBlue()
     place.drive->writeRegister(7, 1234);
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 30000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 30000));
     QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("123.4"));
     QCOMPARE(Workplace::colour(editor, 0, QStringLiteral("Pn-007")), QColor(Qt::blue));
 }
@@ -127,7 +128,7 @@ void ParametersEndToEndTest::pageWriteReachesBothCopiesOfTheDrive()
     Workplace::setValue(editor, 10, QStringLiteral("Pn-A04"), QStringLiteral("-123456"));
     boxes.expect(writingDone);
     Workplace::clickAction(editor, "writeAction");
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 20000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 20000));
     QCOMPARE(*place.drive->readRegister(7), quint16(3215));
     QCOMPARE(*place.drive->readPair(1004), -123456);
     place.drive->powerCycle();
