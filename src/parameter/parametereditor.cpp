@@ -173,9 +173,8 @@ void ParameterEditor::showProgress(const QString &label, int total)
         return;
     progressDialog->setRange(0, total + 1);
     progressDialog->setLabelText(label);
-    progressDialog->show();
-    // Before the batch window, too.
-    progressDialog->raise();
+    const bool isBatchRun = requestState == StateReadBatch || batchWriteFlag;
+    progressDialog->showOver(isBatchRun ? static_cast<QWidget *>(batch.get()) : this);
 }
 
 void ParameterEditor::readPageSlt()

@@ -3,6 +3,7 @@
 
 #include <QCloseEvent>
 #include <QProgressBar>
+#include <QWindow>
 
 HeldProgressDialog::HeldProgressDialog(QWidget *parent)
     : QProgressDialog(parent)
@@ -16,6 +17,16 @@ HeldProgressDialog::HeldProgressDialog(QWidget *parent)
     setFont(ownFont);
     // A progress dialog shows itself after four seconds unless it is told that nothing runs.
     reset();
+}
+
+void HeldProgressDialog::showOver(QWidget *window)
+{
+    const QWidget *const top = window->window();
+    winId(); // makes the native window
+    windowHandle()->setTransientParent(top->windowHandle());
+    adjustSize();
+    move(top->frameGeometry().center() - rect().center());
+    show();
 }
 
 void HeldProgressDialog::showValue(int value)

@@ -12,6 +12,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWindow>
 
 class SmallWidgetsTest : public QObject
 {
@@ -27,6 +28,7 @@ private slots:
     void sunkenLabelTakesItsWeightFromAWord_data();
     void sunkenLabelTakesItsWeightFromAWord();
     void heldProgressDialogIsClosedByItsOwnerOnly();
+    void heldProgressDialogStandsOverItsWindow();
 };
 
 void SmallWidgetsTest::markerFollowsThePosition_data()
@@ -161,6 +163,26 @@ void SmallWidgetsTest::heldProgressDialogIsClosedByItsOwnerOnly()
     QVERIFY(!dialog.isVisible());
     dialog.show();
     QVERIFY(dialog.isVisible());
+}
+
+void SmallWidgetsTest::heldProgressDialogStandsOverItsWindow()
+{
+    QWidget first;
+    auto *const inside = new QWidget(&first);
+    QWidget second;
+    first.setGeometry(100, 100, 500, 300);
+    second.setGeometry(300, 200, 400, 200);
+    first.show();
+    second.show();
+    HeldProgressDialog dialog(&first);
+    for (QWidget *window : {&second, inside, &second}) {
+        dialog.showOver(window);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(dialog.windowHandle()->transientParent(), window->window()->windowHandle());
+        const QPoint middle = window->window()->geometry().center();
+        QVERIFY((dialog.geometry().center() - middle).manhattanLength() <= 4);
+        dialog.close();
+    }
 }
 
 QTEST_MAIN(SmallWidgetsTest)
