@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
 #include "support/filedialoganswers.h"
+#include "support/fulldisk.h"
 #include "support/modalanswers.h"
 
 #include <QAction>
 #include <QFile>
 #include <QToolBar>
-
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-#endif
 
 class ParameterBatchFilesTest : public QObject
 {
@@ -213,15 +209,10 @@ void ParameterBatchFilesTest::fullDiskIsToldAndKeepsTheFile()
     FileDialogAnswers dialogs;
     dialogs.expect(saveTitle, listName);
 
-    // No file can grow beyond fifty bytes, as on a disk that is full.
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    rlimit limit = before;
-    limit.rlim_cur = 50;
-    setrlimit(RLIMIT_FSIZE, &limit);
-    loaded.editor->saveCsvSlot();
-    setrlimit(RLIMIT_FSIZE, &before);
+    {
+        const FullDisk disk(50);
+        loaded.editor->saveCsvSlot();
+    }
     QCOMPARE(contentOf(listName), QByteArray("old"));
 }
 #endif

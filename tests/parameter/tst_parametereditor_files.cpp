@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
 #include "support/filedialoganswers.h"
+#include "support/fulldisk.h"
 #include "support/modalanswers.h"
 #include "support/wire.h"
 
 #include <QAction>
 #include <QFile>
 #include <QTranslator>
-
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-#endif
 
 class ParameterEditorFilesTest : public QObject
 {
@@ -354,15 +350,10 @@ void ParameterEditorFilesTest::fullDiskIsToldAndKeepsTheFile()
     boxes.expect(QStringLiteral("set-up.scp already exists.\nDo you want to replace it?"), QMessageBox::Yes);
     boxes.expect(QStringLiteral("Save file failed!"));
 
-    // No file can grow beyond a hundred bytes, as on a disk that is full.
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    rlimit limit = before;
-    limit.rlim_cur = 100;
-    setrlimit(RLIMIT_FSIZE, &limit);
-    save(loaded, QStringLiteral("set-up.scp"));
-    setrlimit(RLIMIT_FSIZE, &before);
+    {
+        const FullDisk disk(100);
+        save(loaded, QStringLiteral("set-up.scp"));
+    }
     QCOMPARE(contentOf(QStringLiteral("set-up.scp")), QByteArray("old"));
 }
 #endif

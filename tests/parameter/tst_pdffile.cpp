@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/pdffile.h"
+#include "support/fulldisk.h"
 #include "support/testdirectory.h"
 
 #include <QDir>
 #include <QPainter>
 #include <QPrinter>
 #include <QTest>
-
-#include <csignal>
-#include <sys/resource.h>
 
 namespace {
 
@@ -28,29 +26,6 @@ void paintSheets(QPrinter *printer, int count)
     }
 }
 
-// While it lives no file of this process grows beyond the limit, as on a full disk.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        ::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &before);
-        rlimit limit = before;
-        limit.rlim_cur = bytes;
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &before);
-        ::signal(SIGXFSZ, SIG_DFL);
-    }
-    Q_DISABLE_COPY_MOVE(FullDisk)
-
-private:
-    rlimit before{};
-};
-
 } // namespace
 
 class PdfFileTest : public QObject
@@ -63,7 +38,9 @@ private slots:
     void pdfReplacesAnOlderFile();
     void failedPdfLeavesWhatWasThere_data();
     void failedPdfLeavesWhatWasThere();
+#ifdef Q_OS_UNIX
     void fullDiskLeavesNoHalfPdf();
+#endif
 
 private:
     TestDirectory directory;
@@ -130,6 +107,7 @@ void PdfFileTest::failedPdfLeavesWhatWasThere()
              QStringList({"folder.pdf", "older.pdf"}));
 }
 
+#ifdef Q_OS_UNIX
 void PdfFileTest::fullDiskLeavesNoHalfPdf()
 {
     QFile older(QStringLiteral("older.pdf"));
@@ -146,6 +124,7 @@ void PdfFileTest::fullDiskLeavesNoHalfPdf()
     QCOMPARE(QDir().entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
              QStringList{"older.pdf"});
 }
+#endif
 
 QTEST_MAIN(PdfFileTest)
 #include "tst_pdffile.moc"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/wholefile.h"
+#include "support/fulldisk.h"
 #include "support/testdirectory.h"
 
 #include <QDir>
@@ -8,8 +9,6 @@
 #include <QTest>
 
 #ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #endif
@@ -57,25 +56,6 @@ QByteArray contentOf(const QString &name)
 }
 
 #ifdef Q_OS_UNIX
-// Files can't grow beyond a size while this lives, as on a disk that is full.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t size)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before);
-        rlimit limit = before;
-        limit.rlim_cur = size;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before); }
-    Q_DISABLE_COPY_MOVE(FullDisk)
-
-private:
-    rlimit before{};
-};
-
 // No rights above those of a common user while this lives.
 class CommonUser
 {
