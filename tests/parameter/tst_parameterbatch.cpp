@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
+#include "support/eventcount.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -17,9 +18,10 @@ private slots:
     void tableHasItsColumnsAndNoRows();
     void headsOfTheMarksCarryFontAndColour();
     void toolsStandInTheirOrder();
-    void everyToolHasAPicture();
     void editActionShowsTheWindow();
     void showingAgainHidesFirst();
+    void minimisedWindowComesBack_data();
+    void minimisedWindowComesBack();
     void closingOnlyHidesAndKeepsTheRows();
     void windowGoesWithTheEditor();
     void newRowsAreTickedAndGoToTheEnd();
@@ -47,28 +49,6 @@ Qt::CheckState tick(const LoadedEditor &loaded, int row)
 {
     return loaded.batch->table()->item(row, 0)->checkState();
 }
-
-// Counts what one kind of event does to a widget.
-class EventCount : public QObject
-{
-public:
-    EventCount(QWidget *widget, QEvent::Type wanted)
-        : type(wanted)
-    {
-        widget->installEventFilter(this);
-    }
-    int count = 0;
-
-protected:
-    bool eventFilter(QObject *object, QEvent *event) override
-    {
-        count += event->type() == type;
-        return QObject::eventFilter(object, event);
-    }
-
-private:
-    QEvent::Type type;
-};
 
 } // namespace
 
@@ -133,16 +113,6 @@ void ParameterBatchTest::toolsStandInTheirOrder()
                                  "write parameter file", "newRow", "deleteRow", "selectAll", "deselectAll"}));
 }
 
-void ParameterBatchTest::everyToolHasAPicture()
-{
-    const LoadedEditor loaded;
-    const QList<QAction *> actions = loaded.batch->findChild<QToolBar *>()->actions();
-    for (const QAction *action : actions) {
-        if (!action->text().isEmpty())
-            QVERIFY2(!action->icon().pixmap(20, 20).isNull(), qPrintable(action->text()));
-    }
-}
-
 void ParameterBatchTest::editActionShowsTheWindow()
 {
     const LoadedEditor loaded;
@@ -160,6 +130,33 @@ void ParameterBatchTest::showingAgainHidesFirst()
     QCOMPARE(hides.count, 1);
     QCOMPARE(shows.count, 1);
     QVERIFY(loaded.batch->isVisible());
+}
+
+void ParameterBatchTest::minimisedWindowComesBack_data()
+{
+    QTest::addColumn<Qt::WindowStates>("before");
+    QTest::addColumn<Qt::WindowStates>("after");
+    QTest::newRow("plain") << Qt::WindowStates(Qt::WindowMinimized) << Qt::WindowStates();
+    QTest::newRow("maximised") << Qt::WindowStates(Qt::WindowMinimized | Qt::WindowMaximized)
+                               << Qt::WindowStates(Qt::WindowMaximized);
+}
+
+void ParameterBatchTest::minimisedWindowComesBack()
+{
+    QFETCH(Qt::WindowStates, before);
+    QFETCH(Qt::WindowStates, after);
+    const LoadedEditor loaded;
+    QAction *const edit = loaded.editor->findChild<QAction *>(QStringLiteral("editAction"));
+    edit->trigger();
+    loaded.batch->setWindowState(before);
+    QVERIFY(loaded.batch->isMinimized());
+    edit->trigger();
+    QVERIFY(loaded.batch->isVisible());
+    QCOMPARE(loaded.batch->windowState(), after);
+    loaded.batch->setWindowState(before);
+    loaded.batch->bringToFront();
+    QVERIFY(loaded.batch->isVisible());
+    QCOMPARE(loaded.batch->windowState(), after);
 }
 
 void ParameterBatchTest::closingOnlyHidesAndKeepsTheRows()

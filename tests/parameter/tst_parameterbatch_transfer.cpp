@@ -22,10 +22,12 @@ private slots:
     void readWithoutAReplyClosesTheDialogSilently();
     void readAfterATimeOutWorksThroughWhatIsLeftFirst();
     void readShowsItsProgress();
+    void readCountsWhatATimeOutHasLeft();
+    void readCountGoesOnInTheNextEditor();
+    void writeShowsItsProgress();
     void writeSendsEachRowAndThreeReadBacks();
     void writeLeavesOutUntickedReadOnlyAndReservedRows();
     void writeLeavesOutWhatTheInterfaceCallsReserved();
-    void writeOfAnEmptyListIsCompleteAtOnce();
     void writeSendsAnUnknownRowAsZero();
     void writeGoesOnUntilTheDriveHoldsTheValue();
     void writeWithoutAReplyIsTold();
@@ -221,6 +223,104 @@ void ParameterBatchTransferTest::readShowsItsProgress()
     QVERIFY(!progress(loaded)->isVisible());
 }
 
+void ParameterBatchTransferTest::readCountsWhatATimeOutHasLeft()
+{
+    LoadedEditor loaded;
+    read(loaded); // puts the count back
+    addRow(loaded, QStringLiteral("Pn-007"));
+    addRow(loaded, QStringLiteral("Pn-008"));
+    const QByteArray second = wire::frame("01 03 20 08 00 01");
+    loaded.peer.intercept = [&second](const QByteArray &request, const QByteArray &reply) {
+        return request == second ? QByteArray() : reply;
+    };
+    loaded.editor->readParaCsvSlot();
+    QTRY_COMPARE(loaded.peer.frames.size(), 2);
+    QTRY_VERIFY(!progress(loaded)->isVisible());
+
+    // One code is left in the queue, and the count stands at two.
+    addRow(loaded, QStringLiteral("Pn-009"));
+    loaded.peer.intercept = nullptr;
+    loaded.peer.held = true;
+    ModalAnswers boxes;
+    boxes.expect(readDone);
+    loaded.editor->readParaCsvSlot();
+    QVERIFY(progress(loaded)->isVisible());
+    QCOMPARE(progress(loaded)->minimum(), 0);
+    QCOMPARE(progress(loaded)->maximum(), 1 + 3 + 1);
+    QCOMPARE(progress(loaded)->value(), 3);
+    QList<int> values;
+    loaded.peer.intercept = [&](const QByteArray &, const QByteArray &reply) {
+        // Set before the frame goes out.
+        values.append(progress(loaded)->value());
+        return reply;
+    };
+    loaded.peer.release();
+    QTRY_VERIFY(boxes.isDone());
+    // Beyond the end of the range the bar stays where it is.
+    QCOMPARE(values, (QList<int>{4, 5, 5}));
+
+    loaded.peer.intercept = nullptr;
+    loaded.peer.held = true;
+    boxes.expect(readDone);
+    loaded.editor->readParaCsvSlot();
+    QCOMPARE(progress(loaded)->maximum(), 3 + 1);
+    QCOMPARE(progress(loaded)->value(), 1);
+    loaded.peer.release();
+    QTRY_VERIFY(boxes.isDone());
+}
+
+void ParameterBatchTransferTest::readCountGoesOnInTheNextEditor()
+{
+    {
+        LoadedEditor loaded;
+        read(loaded); // puts the count back
+        addRow(loaded, QStringLiteral("Pn-007"));
+        loaded.peer.intercept = silent;
+        loaded.editor->readParaCsvSlot();
+        QTRY_VERIFY(!progress(loaded)->isVisible());
+    }
+    LoadedEditor loaded;
+    for (int i = 0; i < 3; ++i)
+        addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.peer.held = true;
+    ModalAnswers boxes;
+    boxes.expect(readDone);
+    loaded.editor->readParaCsvSlot();
+    QCOMPARE(progress(loaded)->maximum(), 3 + 1);
+    QCOMPARE(progress(loaded)->value(), 2);
+    loaded.peer.release();
+    QTRY_VERIFY(boxes.isDone());
+}
+
+void ParameterBatchTransferTest::writeShowsItsProgress()
+{
+    LoadedEditor loaded;
+    write(loaded); // puts the count back
+    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("1.0"));
+    addRow(loaded, QStringLiteral("Pn-000")); // read-only, so it does not count
+    addRow(loaded, QStringLiteral("Pn-008"), QStringLiteral("1"));
+    QList<int> values;
+    loaded.peer.intercept = [&](const QByteArray &request, const QByteArray &reply) {
+        if (request.at(1) == 0x03)
+            values.append(progress(loaded)->value());
+        return reply;
+    };
+    loaded.peer.held = true;
+    ModalAnswers boxes;
+    boxes.expect(writeDone);
+    loaded.editor->writeCsvSlot();
+    QVERIFY(progress(loaded)->isVisible());
+    QVERIFY(progress(loaded)->isModal());
+    QCOMPARE(progress(loaded)->labelText(), QStringLiteral("Writing..."));
+    QCOMPARE(progress(loaded)->minimum(), 0);
+    QCOMPARE(progress(loaded)->maximum(), 2 + 1);
+    QCOMPARE(progress(loaded)->value(), 1);
+    loaded.peer.release();
+    QTRY_VERIFY(boxes.isDone());
+    QCOMPARE(values, (QList<int>{1, 1, 1, 2, 2, 2}));
+    QVERIFY(!progress(loaded)->isVisible());
+}
+
 void ParameterBatchTransferTest::writeSendsEachRowAndThreeReadBacks()
 {
     const LoadedEditor loaded;
@@ -262,14 +362,6 @@ void ParameterBatchTransferTest::writeLeavesOutWhatTheInterfaceCallsReserved()
     QCOMPARE(loaded.batch->table()->item(0, 11)->text(), QString::fromUtf8("保留"));
     write(loaded);
     QVERIFY(loaded.peer.frames.isEmpty());
-}
-
-void ParameterBatchTransferTest::writeOfAnEmptyListIsCompleteAtOnce()
-{
-    const LoadedEditor loaded;
-    write(loaded);
-    QVERIFY(loaded.peer.frames.isEmpty());
-    QVERIFY(!progress(loaded)->isVisible());
 }
 
 void ParameterBatchTransferTest::writeSendsAnUnknownRowAsZero()
