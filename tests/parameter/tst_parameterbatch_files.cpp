@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
+#include "support/eventcount.h"
 #include "support/filedialoganswers.h"
 #include "support/fulldisk.h"
 #include "support/modalanswers.h"
@@ -14,9 +15,13 @@ class ParameterBatchFilesTest : public QObject
 
 private slots:
     void dialogsOfferCsvFiles();
+    void dialogsStartWithoutAPath();
     void cancelledDialogsDoNothing();
     void savedFileHoldsHeadsAndRows();
     void savingIsToldAndBringsTheWindowBack();
+    void savingHidesAndShowsTheWindow();
+    void openingHidesAndShowsTheWindow();
+    void minimisedWindowComesBackFromAFile();
     void savedRowsComeBackAsTheyWere_data();
     void savedRowsComeBackAsTheyWere();
     void failedSaveIsToldAndKeepsTheFile();
@@ -28,10 +33,15 @@ private slots:
     void openedRowOfAFewFieldsIsComplete();
     void openingBringsTheWindowBack();
     void fileThatIsGoneIsToldAndKeepsTheRows();
+#ifdef Q_OS_LINUX
+    void fileWhoseReadFailsIsToldAndKeepsTheRows();
+#endif
     void fileThatIsTooLargeIsToldAndKeepsTheRows();
     void foreignFileIsReadAsFarAsItGoes_data();
     void foreignFileIsReadAsFarAsItGoes();
     void openingFillsNoRowFromThePages();
+    void fileOfTheMostRowsIsOpened();
+    void endlessValueLeavesTheColumnsNarrow();
 };
 
 namespace {
@@ -119,6 +129,25 @@ void ParameterBatchFilesTest::dialogsOfferCsvFiles()
     QCOMPARE(dialogs.seen.at(1).acceptMode, QFileDialog::AcceptSave);
 }
 
+// Without a path a dialog starts in the folder that was looked at last, with no name in its line.
+void ParameterBatchFilesTest::dialogsStartWithoutAPath()
+{
+    const LoadedEditor loaded;
+    QVERIFY(QDir().mkdir(QStringLiteral("elsewhere")));
+    const QString elsewhere = QFileInfo(QStringLiteral("elsewhere")).absoluteFilePath();
+    FileDialogAnswers dialogs;
+    QFileDialog().setDirectory(elsewhere);
+    dialogs.expectCancelled(saveTitle);
+    dialogs.expectCancelled(openTitle);
+    loaded.editor->saveCsvSlot();
+    loaded.editor->openCsvSlot();
+    QCOMPARE(dialogs.seen.size(), 2);
+    for (const FileDialogAnswers::Seen &dialog : qAsConst(dialogs.seen)) {
+        QCOMPARE(dialog.directory, elsewhere);
+        QCOMPARE(dialog.name, QString());
+    }
+}
+
 void ParameterBatchFilesTest::cancelledDialogsDoNothing()
 {
     const LoadedEditor loaded;
@@ -155,6 +184,57 @@ void ParameterBatchFilesTest::savingIsToldAndBringsTheWindowBack()
     save(loaded);
     QVERIFY(loaded.batch->isVisible());
     QCOMPARE(contentOf(listName), heads);
+}
+
+void ParameterBatchFilesTest::savingHidesAndShowsTheWindow()
+{
+    const LoadedEditor loaded;
+    loaded.editor->editParaSlot();
+    const EventCount hides(loaded.batch, QEvent::Hide);
+    const EventCount shows(loaded.batch, QEvent::Show);
+    ModalAnswers boxes;
+    int hidesBeforeTheAnswer = -1;
+    boxes.expect(QStringLiteral("Save file completed"), [&](QMessageBox *box) {
+        hidesBeforeTheAnswer = hides.count;
+        box->accept();
+    });
+    FileDialogAnswers dialogs;
+    dialogs.expect(saveTitle, listName);
+    loaded.editor->saveCsvSlot();
+    QCOMPARE(hidesBeforeTheAnswer, 0);
+    QCOMPARE(hides.count, 1);
+    QCOMPARE(shows.count, 1);
+    QVERIFY(loaded.batch->isVisible());
+}
+
+void ParameterBatchFilesTest::openingHidesAndShowsTheWindow()
+{
+    const LoadedEditor loaded;
+    loaded.editor->editParaSlot();
+    put(listName, heads);
+    const EventCount hides(loaded.batch, QEvent::Hide);
+    const EventCount shows(loaded.batch, QEvent::Show);
+    open(loaded);
+    QCOMPARE(hides.count, 1);
+    QCOMPARE(shows.count, 1);
+    QVERIFY(loaded.batch->isVisible());
+}
+
+void ParameterBatchFilesTest::minimisedWindowComesBackFromAFile()
+{
+    const LoadedEditor loaded;
+    loaded.editor->editParaSlot();
+    loaded.batch->showMinimized();
+    QVERIFY(loaded.batch->isMinimized());
+    save(loaded);
+    QVERIFY(loaded.batch->isVisible());
+    QVERIFY(!loaded.batch->isMinimized());
+    loaded.batch->showMinimized();
+    QFile::remove(listName);
+    put(listName, heads);
+    open(loaded);
+    QVERIFY(loaded.batch->isVisible());
+    QVERIFY(!loaded.batch->isMinimized());
 }
 
 void ParameterBatchFilesTest::savedRowsComeBackAsTheyWere_data()
@@ -285,6 +365,24 @@ void ParameterBatchFilesTest::fileThatIsGoneIsToldAndKeepsTheRows()
     QCOMPARE(allTexts(loaded), before);
 }
 
+#ifdef Q_OS_LINUX
+void ParameterBatchFilesTest::fileWhoseReadFailsIsToldAndKeepsTheRows()
+{
+    const LoadedEditor loaded;
+    addRow(loaded, QStringLiteral("Pn-007"));
+    const QList<QStringList> before = allTexts(loaded);
+    // It can be opened, but there is no memory at its start.
+    QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), listName));
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Open file failed!"));
+    FileDialogAnswers dialogs;
+    dialogs.expect(openTitle, listName);
+    loaded.editor->openCsvSlot();
+    QCOMPARE(allTexts(loaded), before);
+    QVERIFY(!loaded.batch->isVisible());
+}
+#endif
+
 void ParameterBatchFilesTest::fileThatIsTooLargeIsToldAndKeepsTheRows()
 {
     const LoadedEditor loaded;
@@ -338,6 +436,52 @@ void ParameterBatchFilesTest::openingFillsNoRowFromThePages()
     open(loaded);
     QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("5"));
     QCOMPARE(loaded.batch->table()->item(0, 11)->text(), QStringLiteral("mine"));
+}
+
+void ParameterBatchFilesTest::fileOfTheMostRowsIsOpened()
+{
+    const LoadedEditor loaded;
+    addRow(loaded, QStringLiteral("Pn-007"));
+    QByteArray file = heads;
+    for (int i = 0; i < 10000; ++i)
+        file += "Pn-304-1,,,,,," + QByteArray::number(i) + ",pp,1,9,7,gear,8,\n";
+    // Beyond the limit.
+    file += "Pn-305-1,,,,,,10000,pp,1,9,7,gear,8,\n";
+    put(listName, file);
+    open(loaded);
+    const QTableWidget *const table = loaded.batch->table();
+    QCOMPARE(table->rowCount(), 10000);
+    for (const int row : {0, 4999, 9999}) {
+        QCOMPARE(texts(loaded, row), (QStringList{"Pn-304", "", "", "", "", "", QString::number(row), "pp",
+                                                  "1", "9", "7", "gear", "8"}));
+        QVERIFY(isTicked(loaded, row));
+    }
+    // What is on the list can still be changed.
+    loaded.editor->newRowSlot();
+    QCOMPARE(table->rowCount(), 10001);
+}
+
+void ParameterBatchFilesTest::endlessValueLeavesTheColumnsNarrow()
+{
+    const LoadedEditor loaded;
+    const QTableWidget *const table = loaded.batch->table();
+    const QByteArray endless(100000, 'x');
+    const QByteArray few(10, 'x');
+    // Something wider than the column, and then what no column can be wide enough for.
+    put(listName, "Pn-304-1,,,,,," + few.repeated(2) + ",,,,,,\n");
+    const int before = table->columnWidth(6);
+    open(loaded);
+    QVERIFY(table->columnWidth(6) > before);
+    QVERIFY(table->columnWidth(6) < 300);
+    put(listName, "Pn-304-1,,,,,," + endless + "," + few + ",1,9,7,gear," + endless + ",\n");
+    open(loaded);
+    QCOMPARE(texts(loaded, 0).at(6).size(), 100000);
+    QCOMPARE(table->columnWidth(6), 300);
+    QCOMPARE(table->columnWidth(12), 300);
+    for (int column = 0; column < 13; ++column) {
+        if (column != 11) // takes what is left of the window
+            QVERIFY(table->columnWidth(column) <= 300);
+    }
 }
 
 QTEST_MAIN(ParameterBatchFilesTest)

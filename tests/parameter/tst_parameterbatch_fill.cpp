@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
+#include "support/modalanswers.h"
+#include "support/wire.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -22,6 +24,8 @@ private slots:
     void doubleClickTurnsEditingOnOrOff_data();
     void doubleClickTurnsEditingOnOrOff();
     void typedCodeFillsTheRow();
+    void typedCodeIsTransferredInItsWidth_data();
+    void typedCodeIsTransferredInItsWidth();
     void typedValueStaysAndFillsNothing();
     void onlyOneChangeIsHeardAfterADoubleClick();
     void doubleClicksMakeOneLink();
@@ -238,6 +242,38 @@ void ParameterBatchFillTest::typedCodeFillsTheRow()
     QCOMPARE(loaded.batch->table()->item(0, 0)->checkState(), Qt::Checked);
     QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("100.0"));
     QCOMPARE(loaded.batch->table()->item(0, 11)->text(), QStringLiteral("Internal speed command setting"));
+}
+
+void ParameterBatchFillTest::typedCodeIsTransferredInItsWidth_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::newRow("as it is") << "Pn-A04";
+    QTest::newRow("small letters") << "pn-a04";
+    QTest::newRow("another prefix") << "xx-A04";
+    QTest::newRow("blank behind") << "Pn-A04 ";
+}
+
+void ParameterBatchFillTest::typedCodeIsTransferredInItsWidth()
+{
+    QFETCH(QString, typed);
+    LoadedEditor loaded;
+    loaded.editor->editParaSlot();
+    loaded.editor->newRowSlot();
+    type(loaded.batch->table(), 0, 0, typed);
+    type(loaded.batch->table(), 0, 6, QStringLiteral("65541"));
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Parameters writing completed"));
+    loaded.editor->writeCsvSlot();
+    QTRY_VERIFY(boxes.isDone());
+    const QByteArray readFrame = wire::frame("01 03 23 ec 00 02");
+    QCOMPARE(loaded.peer.frames, (QList<QByteArray>{wire::frame("01 10 e3 ec 00 02 04 00 01 00 05"),
+                                                    readFrame, readFrame, readFrame}));
+    loaded.peer.frames.clear();
+    boxes.expect(QStringLiteral("Parameters reading completed"));
+    loaded.editor->readParaCsvSlot();
+    QTRY_VERIFY(boxes.isDone());
+    QCOMPARE(loaded.peer.frames, QList<QByteArray>{readFrame});
+    QCOMPARE(loaded.batch->table()->item(0, 12)->text(), QStringLiteral("65541"));
 }
 
 void ParameterBatchFillTest::typedValueStaysAndFillsNothing()

@@ -16,6 +16,7 @@ class ParameterEditorFilesTest : public QObject
 private slots:
     void saveDialogOffersBothFormats();
     void openDialogOffersTheFormatThatIsReadBack();
+    void dialogsStartWithoutAPath();
     void cancelledDialogsDoNothing();
     void savedFileHoldsEveryPageInOrder_data() { languages(); }
     void savedFileHoldsEveryPageInOrder();
@@ -35,6 +36,9 @@ private slots:
     void fullDiskIsToldAndKeepsTheFile();
 #endif
     void fileThatIsGoneIsTold();
+#ifdef Q_OS_LINUX
+    void fileWhoseReadFailsIsTold();
+#endif
     void fileThatIsTooLargeIsTold();
     void foreignFileIsReadAsFarAsItGoes_data();
     void foreignFileIsReadAsFarAsItGoes();
@@ -139,6 +143,25 @@ void ParameterEditorFilesTest::openDialogOffersTheFormatThatIsReadBack()
     QCOMPARE(dialogs.seen.first().filters, QStringList{scpFilter});
     QCOMPARE(dialogs.seen.first().acceptMode, QFileDialog::AcceptOpen);
     QCOMPARE(dialogs.seen.first().fileMode, QFileDialog::ExistingFile);
+}
+
+// Without a path a dialog starts in the folder that was looked at last, with no name in its line.
+void ParameterEditorFilesTest::dialogsStartWithoutAPath()
+{
+    const LoadedEditor loaded;
+    QVERIFY(QDir().mkdir(QStringLiteral("elsewhere")));
+    const QString elsewhere = QFileInfo(QStringLiteral("elsewhere")).absoluteFilePath();
+    FileDialogAnswers dialogs;
+    QFileDialog().setDirectory(elsewhere);
+    dialogs.expectCancelled(saveTitle);
+    dialogs.expectCancelled(openTitle);
+    loaded.editor->saveParameters();
+    loaded.editor->openExistParameter();
+    QCOMPARE(dialogs.seen.size(), 2);
+    for (const FileDialogAnswers::Seen &dialog : qAsConst(dialogs.seen)) {
+        QCOMPARE(dialog.directory, elsewhere);
+        QCOMPARE(dialog.name, QString());
+    }
 }
 
 void ParameterEditorFilesTest::cancelledDialogsDoNothing()
@@ -371,6 +394,20 @@ void ParameterEditorFilesTest::fileThatIsGoneIsTold()
     loaded.editor->openExistParameter();
     QCOMPARE(valuesOf(loaded), before);
 }
+
+#ifdef Q_OS_LINUX
+void ParameterEditorFilesTest::fileWhoseReadFailsIsTold()
+{
+    const LoadedEditor loaded;
+    const QList<QStringList> before = valuesOf(loaded);
+    // It can be opened, but there is no memory at its start.
+    QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), QStringLiteral("set-up.scp")));
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("Open file failed!"));
+    open(loaded, QStringLiteral("set-up.scp"));
+    QCOMPARE(valuesOf(loaded), before);
+}
+#endif
 
 void ParameterEditorFilesTest::fileThatIsTooLargeIsTold()
 {

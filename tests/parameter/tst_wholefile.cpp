@@ -28,6 +28,9 @@ private slots:
     void folderThatDoesNotExistTakesNoFile();
     void fileTakesNoFileBelowIt();
     void folderIsNotReplacedByAFile();
+#ifdef Q_OS_LINUX
+    void fileWhoseReadFailsGivesNothing();
+#endif
 #ifdef Q_OS_UNIX
     void deviceWithoutEndIsNotRead();
     void fullDiskKeepsTheFileThatWasThere_data();
@@ -163,6 +166,17 @@ void WholeFileTest::folderIsNotReplacedByAFile()
     QVERIFY(!writeWholeFile(QStringLiteral("folder"), "new"));
     QVERIFY(QFileInfo(QStringLiteral("folder")).isDir());
 }
+
+#ifdef Q_OS_LINUX
+void WholeFileTest::fileWhoseReadFailsGivesNothing()
+{
+    // It can be opened, but there is no memory at its start.
+    const QString name = QStringLiteral("/proc/self/mem");
+    QFile file(name);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(!readWholeFile(name).has_value());
+}
+#endif
 
 #ifdef Q_OS_UNIX
 void WholeFileTest::deviceWithoutEndIsNotRead()

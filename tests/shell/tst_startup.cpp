@@ -1,15 +1,45 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/communicationsetting.h"
+#include "parameter/parameterbatch.h"
+#include "parameter/parametereditor.h"
 #include "shell/applanguage.h"
 #include "shell/mainwindow.h"
 #include "shell/startup.h"
 #include "support/testdirectory.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QSettings>
 #include <QTest>
+#include <QTimer>
 #include <QTranslator>
+
+namespace {
+
+template <typename Window>
+Window *topLevel()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        if (auto *const found = qobject_cast<Window *>(widget))
+            return found;
+    }
+    return nullptr;
+}
+
+QStringList visibleWindows()
+{
+    QStringList names;
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (const QWidget *widget : widgets) {
+        if (widget->isVisible())
+            names.append(QString::fromLatin1(widget->metaObject()->className()));
+    }
+    return names;
+}
+
+} // namespace
 
 class StartupTest : public QObject
 {
@@ -26,6 +56,8 @@ private slots:
     void englishStartLoadsNoTranslation();
     void otherDirectoryHasOtherSettings();
     void qtsOwnTextsAreCarried();
+    void closingTheMainWindowEndsTheProgram_data();
+    void closingTheMainWindowEndsTheProgram();
 
 private:
     TestDirectory directory;
@@ -124,6 +156,34 @@ void StartupTest::qtsOwnTextsAreCarried()
     QCOMPARE(translator.translate("QPlatformTheme", "Cancel"), QStringLiteral("取消"));
     QVERIFY(QFile(QStringLiteral(":/lan/qt_zh_CN.qm")).size() > 50000);
     QVERIFY(QTranslator().load(QStringLiteral(":/lan/sd_zh_CN.qm")));
+}
+
+void StartupTest::closingTheMainWindowEndsTheProgram_data()
+{
+    QTest::addColumn<bool>("withBatchWindow");
+    QTest::newRow("editor open") << false;
+    QTest::newRow("batch window shown") << true;
+}
+
+void StartupTest::closingTheMainWindowEndsTheProgram()
+{
+    QFETCH(bool, withBatchWindow);
+    directory.setLanguage(QStringLiteral("en_US"));
+    const Application application = startApplication();
+    topLevel<CommunicationSetting>()->close();
+    application.window->findChild<QAction *>(QStringLiteral("actionParameter_Editor"))->trigger();
+    const auto *const editor = application.window->findChild<ParameterEditor *>();
+    QVERIFY(editor);
+    if (withBatchWindow) {
+        editor->findChild<QAction *>(QStringLiteral("editAction"))->trigger();
+        QVERIFY(topLevel<ParameterBatch>()->isVisible());
+    }
+
+    constexpr int notEnded = 1;
+    QTimer::singleShot(10000, application.window.get(), [] { QCoreApplication::exit(notEnded); });
+    QTimer::singleShot(0, application.window.get(), &QWidget::close);
+    QCOMPARE(QApplication::exec(), 0);
+    QCOMPARE(visibleWindows(), QStringList());
 }
 
 QTEST_MAIN(StartupTest)

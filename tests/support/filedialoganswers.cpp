@@ -19,6 +19,11 @@ QPushButton *buttonOf(const QFileDialog *dialog, QDialogButtonBox::StandardButto
     return dialog->findChild<QDialogButtonBox *>(QStringLiteral("buttonBox"))->button(which);
 }
 
+QLineEdit *nameLine(const QFileDialog *dialog)
+{
+    return dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+}
+
 } // namespace
 
 FileDialogAnswers::FileDialogAnswers()
@@ -73,7 +78,7 @@ void FileDialogAnswers::accept(QFileDialog *dialog, const QString &name)
 {
     // The dialog would take a relative name from the folder that was last used in it.
     const QString path = QFileInfo(name).absoluteFilePath();
-    dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(path);
+    nameLine(dialog)->setText(path);
     const bool saves = dialog->acceptMode() == QFileDialog::AcceptSave;
     buttonOf(dialog, saves ? QDialogButtonBox::Save : QDialogButtonBox::Open)->click();
     if (dialog->isVisible()) {
@@ -98,8 +103,8 @@ bool FileDialogAnswers::eventFilter(QObject *object, QEvent *event)
 
 void FileDialogAnswers::meet(QFileDialog *dialog)
 {
-    seen.append({dialog->windowTitle(), dialog->directory().absolutePath(), dialog->nameFilters(),
-                 dialog->acceptMode(), dialog->fileMode()});
+    seen.append({dialog->windowTitle(), dialog->directory().absolutePath(), nameLine(dialog)->text(),
+                 dialog->nameFilters(), dialog->acceptMode(), dialog->fileMode()});
     if (expected.isEmpty()) {
         failures.append(QStringLiteral("unexpected file dialog: ") + dialog->windowTitle());
         dialog->reject();

@@ -21,6 +21,7 @@ public:
     {
         QString title;
         QString directory;
+        QString name; // in its line of text
         QStringList filters;
         QFileDialog::AcceptMode acceptMode = QFileDialog::AcceptOpen;
         QFileDialog::FileMode fileMode = QFileDialog::AnyFile;
