@@ -2,20 +2,18 @@
 // The editor's ways to paper, from the button to the preview and to the file.
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
+#include "parameter/printdialogs.h"
+#include "support/filedialoganswers.h"
 #include "support/modalanswers.h"
 #include "support/testdirectory.h"
 
 #include <QAction>
 #include <QDir>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
-#include <QPointer>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QProgressDialog>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTest>
@@ -26,84 +24,9 @@
 #include <QToolButton>
 #include <QTranslator>
 
-#include <functional>
-
 namespace {
 
 const QString finished = QStringLiteral("Finish create Parameter PDF ");
-
-// Meets the dialogs that printing opens and remembers what they were.
-class Dialogs : public QObject
-{
-public:
-    Dialogs() { qApp->installEventFilter(this); }
-    ~Dialogs() override { qApp->removeEventFilter(this); }
-
-    QString nameToGive; // none: the file dialog is cancelled
-    std::function<void()> whileTransformed;
-    std::function<void()> whilePreviewed;
-
-    QStringList progress; // title, label, font size, range and modality of each progress dialog shown
-    QStringList fileDialogs;
-    QList<Qt::WindowFlags> previews;
-    bool wasProgressOpen = false; // when the preview was there
-
-protected:
-    bool eventFilter(QObject *object, QEvent *event) override
-    {
-        if (event->type() == QEvent::Show) {
-            if (auto *const file = qobject_cast<QFileDialog *>(object))
-                later(file, [this, file] { answer(file); });
-            else if (auto *const preview = qobject_cast<QPrintPreviewDialog *>(object))
-                later(preview, [this, preview] { answer(preview); });
-            else if (auto *const bar = qobject_cast<QProgressDialog *>(object))
-                remember(bar);
-        }
-        return false;
-    }
-
-private:
-    static void later(QDialog *dialog, const std::function<void()> &answer)
-    {
-        QTimer::singleShot(0, dialog, answer);
-    }
-    void remember(const QProgressDialog *bar)
-    {
-        shownBar = bar;
-        if (whileTransformed)
-            whileTransformed();
-        progress.append(QStringLiteral("%1|%2|%3|%4-%5|%6|%7")
-                            .arg(bar->windowTitle(), bar->labelText())
-                            .arg(bar->font().pointSize())
-                            .arg(bar->minimum())
-                            .arg(bar->maximum())
-                            .arg(bar->isModal() ? "modal" : "free",
-                                 bar->findChild<QPushButton *>() ? "button" : "no button"));
-    }
-    void answer(QFileDialog *dialog)
-    {
-        fileDialogs.append(dialog->windowTitle() + QLatin1Char('|') +
-                           dialog->nameFilters().join(QLatin1Char(',')) + QLatin1Char('|') +
-                           (dialog->acceptMode() == QFileDialog::AcceptSave ? "save" : "open"));
-        if (nameToGive.isEmpty()) {
-            dialog->reject();
-            return;
-        }
-        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(nameToGive);
-        static_cast<QDialog *>(dialog)->accept();
-    }
-    void answer(QPrintPreviewDialog *preview)
-    {
-        previews.append(preview->windowFlags());
-        wasProgressOpen = shownBar && shownBar->isVisible();
-        if (whilePreviewed)
-            whilePreviewed();
-        preview->reject();
-    }
-
-    QPointer<const QProgressDialog> shownBar;
-};
-
 const QString transformProgress = QStringLiteral("transform|transform...|9|0-12|modal|no button");
 
 // An editor with its catalogue loaded.
@@ -152,6 +75,13 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+void put(const QString &path, const QByteArray &bytes)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("the test can't write its own file");
+}
+
 } // namespace
 
 class ParameterEditorPrintTest : public QObject
@@ -159,9 +89,11 @@ class ParameterEditorPrintTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void init();
     void printButtonOpensThePreview();
+    void previewIsForAPrinterOfHighResolution();
+    void previewKeepsTheMaximizeButtonAlone();
+    void transformShowsThePageItIsAt();
     void previewPaintsAgainWhenAsked();
     void previewLeavesNoProgressDialog();
     void documentHoldsAllPagesAsTheyStand_data();
@@ -174,18 +106,17 @@ private slots:
     void pdfActionStandsAtThePrintButton();
     void pdfIsWrittenAndTold();
     void cancelledFileDialogDoesNothing();
+    void pdfDialogStartsWithoutAPath();
     void pdfGetsItsSuffix_data();
     void pdfGetsItsSuffix();
+    void pdfThatIsThereIsAskedAbout_data();
+    void pdfThatIsThereIsAskedAbout();
+    void pdfOfAWholeNameIsAskedAboutOnce();
     void unwritablePdfIsToldAsFinished();
 
 private:
     TestDirectory directory;
 };
-
-void ParameterEditorPrintTest::initTestCase()
-{
-    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-}
 
 void ParameterEditorPrintTest::init()
 {
@@ -197,7 +128,7 @@ void ParameterEditorPrintTest::printButtonOpensThePreview()
 {
     const Bench bench;
     QVERIFY(bench.waitForFewRows());
-    const Dialogs dialogs;
+    const PrintDialogs dialogs;
     bench.action("printAction")->trigger();
     QCOMPARE(dialogs.previews.size(), 1);
     QVERIFY(dialogs.previews.first() & Qt::Window);
@@ -206,11 +137,63 @@ void ParameterEditorPrintTest::printButtonOpensThePreview()
     QVERIFY(!dialogs.wasProgressOpen);
 }
 
+void ParameterEditorPrintTest::previewIsForAPrinterOfHighResolution()
+{
+    Bench bench;
+    QVERIFY(bench.waitForFewRows());
+    const PrintDialogs dialogs;
+    bench.editor.doPrintPreviewSlot();
+    QCOMPARE(dialogs.resolutions, QList<int>{QPrinter(QPrinter::HighResolution).resolution()});
+    QVERIFY(dialogs.resolutions.first() > 2 * QPrinter(QPrinter::ScreenResolution).resolution());
+}
+
+void ParameterEditorPrintTest::previewKeepsTheMaximizeButtonAlone()
+{
+    Bench bench;
+    QVERIFY(bench.waitForFewRows());
+    PrintDialogs dialogs;
+    const Qt::WindowFlags hints = Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint |
+                                  Qt::WindowCloseButtonHint | Qt::WindowContextHelpButtonHint |
+                                  Qt::WindowFullscreenButtonHint;
+    // Where dialogs come with every button.
+    dialogs.whenPreviewIsMade = [hints](QPrintPreviewDialog *preview) {
+        preview->setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | hints);
+    };
+    bench.editor.doPrintPreviewSlot();
+    QCOMPARE(dialogs.previews.size(), 1);
+    QCOMPARE(dialogs.previews.first() & hints, Qt::WindowFlags(Qt::WindowMaximizeButtonHint));
+    QCOMPARE(int(dialogs.previews.first() & Qt::WindowType_Mask), int(Qt::Window));
+}
+
+void ParameterEditorPrintTest::transformShowsThePageItIsAt()
+{
+    Bench bench;
+    QVERIFY(bench.waitForFewRows());
+    PrintDialogs dialogs;
+    // Rows of the document beside the progress, at each time that the transform lets events through.
+    QStringList steps;
+    QTimer look;
+    dialogs.whileTransformed = [&] { look.start(0); };
+    dialogs.whilePreviewed = [&look] { look.stop(); };
+    connect(&look, &QTimer::timeout, &look, [&] {
+        const auto *const bar = qobject_cast<QProgressDialog *>(QApplication::activeModalWidget());
+        if (!bar)
+            return;
+        // A paragraph a cell, and a few above and below the table. The table itself is not to be had yet.
+        const int rows = bench.text()->document()->blockCount() / 12;
+        steps.append(QStringLiteral("%1: %2").arg(bar->value()).arg(rows));
+    });
+    bench.editor.doPrintPreviewSlot();
+    steps.removeDuplicates();
+    QCOMPARE(steps, (QStringList{"0: 11", "1: 21", "2: 31", "3: 41", "4: 51", "5: 61", "6: 71", "7: 81",
+                                 "8: 91", "9: 101", "10: 111", "11: 121"}));
+}
+
 void ParameterEditorPrintTest::previewPaintsAgainWhenAsked()
 {
     Bench bench;
     QVERIFY(bench.waitForFewRows());
-    Dialogs dialogs;
+    PrintDialogs dialogs;
     int progressCount = 0;
     // A change of the paper in the preview asks for the pages once more.
     dialogs.whilePreviewed = [&] {
@@ -229,7 +212,7 @@ void ParameterEditorPrintTest::previewLeavesNoProgressDialog()
 {
     Bench bench;
     QVERIFY(bench.waitForFewRows());
-    const Dialogs dialogs;
+    const PrintDialogs dialogs;
     bench.editor.doPrintPreviewSlot();
     const QList<QProgressDialog *> bars = bench.editor.findChildren<QProgressDialog *>();
     for (const QProgressDialog *bar : bars)
@@ -260,7 +243,7 @@ void ParameterEditorPrintTest::documentHoldsAllPagesAsTheyStand()
     }
     Bench bench;
     QVERIFY(bench.waitForCatalogue());
-    const Dialogs dialogs;
+    const PrintDialogs dialogs;
     bench.editor.doPrintPreviewSlot();
 
     // The series name is not translated.
@@ -288,7 +271,7 @@ void ParameterEditorPrintTest::laterPrintShowsLaterTexts()
 {
     Bench bench;
     QVERIFY(bench.waitForFewRows());
-    const Dialogs dialogs;
+    const PrintDialogs dialogs;
     bench.editor.doPrintPreviewSlot();
     QCOMPARE(bench.printedText(8, 6), QStringLiteral("200.0"));
     bench.page(0)->item(7, ParameterTable::ValueColumn)->setText(QStringLiteral("312.5"));
@@ -303,7 +286,7 @@ void ParameterEditorPrintTest::textEditStaysHidden()
 {
     Bench bench;
     QVERIFY(bench.waitForFewRows());
-    Dialogs dialogs;
+    PrintDialogs dialogs;
     bool wasVisible = true;
     dialogs.whilePreviewed = [&] { wasVisible = bench.text()->isVisible(); };
     bench.editor.doPrintPreviewSlot();
@@ -320,7 +303,7 @@ void ParameterEditorPrintTest::printingAsksTheDriveForNothing()
     QVERIFY(bench.waitForFewRows());
     const QSignalSpy frames(&bench.editor,
                             qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort));
-    const Dialogs dialogs;
+    const PrintDialogs dialogs;
     bench.editor.doPrintPreviewSlot();
     QCOMPARE(frames.count(), 0);
 }
@@ -329,7 +312,7 @@ void ParameterEditorPrintTest::printingWithinPrintingIsLeftOut()
 {
     Bench bench;
     QVERIFY(bench.waitForFewRows());
-    const Dialogs dialogs;
+    const PrintDialogs dialogs;
     // Comes up while the transformation lets events through.
     QTimer::singleShot(0, &bench.editor, &ParameterEditor::doPrintPreviewSlot);
     bench.editor.doPrintPreviewSlot();
@@ -358,7 +341,7 @@ void ParameterEditorPrintTest::pdfActionStandsAtThePrintButton()
     QVERIFY(create);
     QCOMPARE(create->text(), QStringLiteral("createPDF..."));
     QCOMPARE(create->statusTip(), QStringLiteral("Create PDF"));
-    const Dialogs dialogs;
+    const PrintDialogs dialogs;
     create->trigger();
     QCOMPARE(dialogs.fileDialogs.size(), 1);
 }
@@ -367,7 +350,7 @@ void ParameterEditorPrintTest::pdfIsWrittenAndTold()
 {
     Bench bench;
     QVERIFY(bench.waitForFewRows());
-    Dialogs dialogs;
+    PrintDialogs dialogs;
     dialogs.nameToGive = QStringLiteral("list.pdf");
     ModalAnswers answers;
     answers.expect(finished);
@@ -390,13 +373,28 @@ void ParameterEditorPrintTest::cancelledFileDialogDoesNothing()
 {
     Bench bench;
     QVERIFY(bench.waitForFewRows());
-    const Dialogs dialogs;
+    const PrintDialogs dialogs;
     const ModalAnswers answers;
     bench.editor.createPDFSlot();
     QCOMPARE(dialogs.fileDialogs.size(), 1);
     QCOMPARE(dialogs.progress, QStringList());
     QVERIFY(!bench.text());
     QCOMPARE(QDir().entryList(QDir::Files), QStringList{"settings.ini"});
+}
+
+// Without a path the dialog starts in the folder that was looked at last, with no name in its line.
+void ParameterEditorPrintTest::pdfDialogStartsWithoutAPath()
+{
+    Bench bench;
+    QVERIFY(QDir().mkdir(QStringLiteral("elsewhere")));
+    const QString elsewhere = QFileInfo(QStringLiteral("elsewhere")).absoluteFilePath();
+    FileDialogAnswers dialogs;
+    QFileDialog().setDirectory(elsewhere);
+    dialogs.expectCancelled(QStringLiteral("Create Parameter PDF"));
+    bench.editor.createPDFSlot();
+    QCOMPARE(dialogs.seen.size(), 1);
+    QCOMPARE(dialogs.seen.first().directory, elsewhere);
+    QCOMPARE(dialogs.seen.first().name, QString());
 }
 
 void ParameterEditorPrintTest::pdfGetsItsSuffix_data()
@@ -423,7 +421,7 @@ void ParameterEditorPrintTest::pdfGetsItsSuffix()
     QFETCH(const QString, given);
     QFETCH(const QString, written);
     Bench bench;
-    Dialogs dialogs;
+    PrintDialogs dialogs;
     dialogs.nameToGive = given;
     ModalAnswers answers;
     answers.expect(finished);
@@ -434,12 +432,87 @@ void ParameterEditorPrintTest::pdfGetsItsSuffix()
     QVERIFY(contentOf(written).startsWith("%PDF-1."));
 }
 
+void ParameterEditorPrintTest::pdfThatIsThereIsAskedAbout_data()
+{
+    QTest::addColumn<QString>("given");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("replaces");
+
+    QTest::newRow("no") << "list"
+                        << "list.pdf"
+                        << "list.pdf" << false;
+    QTest::newRow("yes") << "list"
+                         << "list.pdf"
+                         << "list.pdf" << true;
+    QTest::newRow("no, dot at the end") << "list."
+                                        << "list..pdf"
+                                        << "list..pdf" << false;
+    QTest::newRow("yes, in a folder") << "stick/list"
+                                      << "stick/list.pdf"
+                                      << "list.pdf" << true;
+}
+
+void ParameterEditorPrintTest::pdfThatIsThereIsAskedAbout()
+{
+    QFETCH(const QString, given);
+    QFETCH(const QString, file);
+    QFETCH(const QString, name);
+    QFETCH(const bool, replaces);
+    Bench bench;
+    QVERIFY(bench.waitForFewRows());
+    QVERIFY(QDir().mkdir(QStringLiteral("stick")));
+    put(file, "old");
+    PrintDialogs dialogs;
+    dialogs.nameToGive = given;
+    ModalAnswers answers;
+    QMessageBox::StandardButton byDefault = QMessageBox::NoButton;
+    answers.expect(name + QStringLiteral(" already exists.\nDo you want to replace it?"),
+                   [&byDefault, replaces](QMessageBox *box) {
+                       byDefault = box->standardButton(box->defaultButton());
+                       box->button(replaces ? QMessageBox::Yes : QMessageBox::No)->click();
+                   });
+    if (replaces)
+        answers.expect(finished);
+    bench.editor.createPDFSlot();
+
+    QCOMPARE(answers.seen.size(), replaces ? 2 : 1);
+    QCOMPARE(answers.seen.first().title, QStringLiteral("Create Parameter PDF"));
+    QCOMPARE(answers.seen.first().icon, QMessageBox::Warning);
+    QCOMPARE(answers.seen.first().buttons, (QStringList{"Yes", "No"}));
+    QCOMPARE(byDefault, QMessageBox::No);
+    QCOMPARE(dialogs.fileDialogs.size(), 1);
+    if (replaces) {
+        QVERIFY(contentOf(file).startsWith("%PDF-1."));
+    } else {
+        QCOMPARE(contentOf(file), QByteArray("old"));
+        QCOMPARE(dialogs.progress, QStringList());
+        QVERIFY(!bench.text());
+    }
+}
+
+// The file dialog asks itself when the name is that of the file.
+void ParameterEditorPrintTest::pdfOfAWholeNameIsAskedAboutOnce()
+{
+    Bench bench;
+    QVERIFY(bench.waitForFewRows());
+    put(QStringLiteral("list.pdf"), "old");
+    PrintDialogs dialogs;
+    dialogs.nameToGive = QStringLiteral("list.pdf");
+    ModalAnswers answers;
+    answers.expect(QStringLiteral("list.pdf already exists.\nDo you want to replace it?"), QMessageBox::Yes);
+    answers.expect(finished);
+    bench.editor.createPDFSlot();
+    QCOMPARE(answers.seen.size(), 2);
+    QVERIFY(contentOf(QStringLiteral("list.pdf")).startsWith("%PDF-1."));
+}
+
 // The end of the run is told, not whether the file could be written.
 void ParameterEditorPrintTest::unwritablePdfIsToldAsFinished()
 {
     Bench bench;
     QVERIFY(QDir().mkdir(QStringLiteral("stick")));
-    Dialogs dialogs;
+    PrintDialogs dialogs;
     dialogs.nameToGive = QStringLiteral("stick/list");
     // The folder is gone after the dialog has looked at it.
     dialogs.whileTransformed = [] { QVERIFY(QDir().rmdir(QStringLiteral("stick"))); };
