@@ -45,6 +45,19 @@ QList<QStringList> printRows(const ParameterTable &page)
     return rows;
 }
 
+// The answer of a box before a window. Not made on the stack: when the window goes meanwhile it takes the box
+// with it, and there is no answer.
+QMessageBox::StandardButton answerOf(QMessageBox::Icon icon, const QString &title, const QString &text,
+                                     QMessageBox::StandardButtons buttons, QWidget *window)
+{
+    const QPointer<QMessageBox> box(new QMessageBox(icon, title, text, buttons, window));
+    if (buttons & QMessageBox::No)
+        box->setDefaultButton(QMessageBox::No);
+    const int answer = box->exec();
+    delete box;
+    return static_cast<QMessageBox::StandardButton>(answer);
+}
+
 } // namespace
 
 // The tool bar's buttons are fixed, so the other way to paper opens from the arrow of "Print".
@@ -131,8 +144,8 @@ void ParameterEditor::printPreviewSlot(QPrinter *printer)
 bool ParameterEditor::mayReplace(const QString &fileName, const QString &title)
 {
     const QString question = QFileDialog::tr("%1 already exists.\nDo you want to replace it?");
-    return QMessageBox::warning(this, title, question.arg(QFileInfo(fileName).fileName()),
-                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    return answerOf(QMessageBox::Warning, title, question.arg(QFileInfo(fileName).fileName()),
+                    QMessageBox::Yes | QMessageBox::No, this) == QMessageBox::Yes;
 }
 
 void ParameterEditor::createPDFSlot()
@@ -154,5 +167,5 @@ void ParameterEditor::createPDFSlot()
     if (!writePdfFile(fileName, documentName, print))
         qDebug().noquote() << "PDF: cannot write" << fileName;
     finishTransformProgress();
-    QMessageBox::information(this, title, tr("Finish create Parameter PDF "), QMessageBox::Ok);
+    answerOf(QMessageBox::Information, title, tr("Finish create Parameter PDF "), QMessageBox::Ok, this);
 }
