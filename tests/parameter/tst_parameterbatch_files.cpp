@@ -15,7 +15,6 @@ class ParameterBatchFilesTest : public QObject
 
 private slots:
     void dialogsOfferCsvFiles();
-    void dialogsStartWithoutAPath();
     void cancelledDialogsDoNothing();
     void savedFileHoldsHeadsAndRows();
     void savingIsToldAndBringsTheWindowBack();
@@ -127,25 +126,6 @@ void ParameterBatchFilesTest::dialogsOfferCsvFiles()
     QCOMPARE(dialogs.seen.at(0).acceptMode, QFileDialog::AcceptOpen);
     QCOMPARE(dialogs.seen.at(1).filters, QStringList{"CSV File(*.csv)"});
     QCOMPARE(dialogs.seen.at(1).acceptMode, QFileDialog::AcceptSave);
-}
-
-// Without a path a dialog starts in the folder that was looked at last, with no name in its line.
-void ParameterBatchFilesTest::dialogsStartWithoutAPath()
-{
-    const LoadedEditor loaded;
-    QVERIFY(QDir().mkdir(QStringLiteral("elsewhere")));
-    const QString elsewhere = QFileInfo(QStringLiteral("elsewhere")).absoluteFilePath();
-    FileDialogAnswers dialogs;
-    QFileDialog().setDirectory(elsewhere);
-    dialogs.expectCancelled(saveTitle);
-    dialogs.expectCancelled(openTitle);
-    loaded.editor->saveCsvSlot();
-    loaded.editor->openCsvSlot();
-    QCOMPARE(dialogs.seen.size(), 2);
-    for (const FileDialogAnswers::Seen &dialog : qAsConst(dialogs.seen)) {
-        QCOMPARE(dialog.directory, elsewhere);
-        QCOMPARE(dialog.name, QString());
-    }
 }
 
 void ParameterBatchFilesTest::cancelledDialogsDoNothing()

@@ -155,9 +155,13 @@ void ParameterEditorFilesTest::dialogsStartWithoutAPath()
     QFileDialog().setDirectory(elsewhere);
     dialogs.expectCancelled(saveTitle);
     dialogs.expectCancelled(openTitle);
+    dialogs.expectCancelled(QStringLiteral("Save csv file"));
+    dialogs.expectCancelled(QStringLiteral("open csv file"));
     loaded.editor->saveParameters();
     loaded.editor->openExistParameter();
-    QCOMPARE(dialogs.seen.size(), 2);
+    loaded.editor->saveCsvSlot();
+    loaded.editor->openCsvSlot();
+    QCOMPARE(dialogs.seen.size(), 4);
     for (const FileDialogAnswers::Seen &dialog : qAsConst(dialogs.seen)) {
         QCOMPARE(dialog.directory, elsewhere);
         QCOMPARE(dialog.name, QString());

@@ -7,6 +7,7 @@
 #include "support/wire.h"
 
 #include <QProgressDialog>
+#include <QWindow>
 
 class ParameterEditorProgressTest : public QObject
 {
@@ -17,6 +18,7 @@ private slots:
     void escapeLeavesAPageReadAlone();
     void escapeLeavesAnEndlessPageWriteAlone();
     void escapeLeavesABatchReadAlone();
+    void dialogStandsOverTheWindowOfItsRun();
 };
 
 namespace {
@@ -138,6 +140,35 @@ void ParameterEditorProgressTest::escapeLeavesABatchReadAlone()
     for (int row = 0; row < 3; ++row)
         QCOMPARE(loaded.batch->table()->item(row, 12)->text(), QStringLiteral("7"));
     QVERIFY(!dialog->isVisible());
+}
+
+// A dialog that stood over the editor would bring that one before the batch window.
+void ParameterEditorProgressTest::dialogStandsOverTheWindowOfItsRun()
+{
+    LoadedEditor loaded;
+    auto *const dialog = loaded.editor->findChild<QProgressDialog *>();
+    keepOnly(loaded, QStringLiteral("Pn-007"));
+    SerialPort::portOpened = true;
+    loaded.editor->show();
+    loaded.editor->editParaSlot();
+    QWindow *const editor = loaded.editor->windowHandle();
+    QWindow *const batch = loaded.batch->windowHandle();
+    QVERIFY(editor && batch);
+    ModalAnswers boxes;
+    const auto windowBelow = [&](void (ParameterEditor::*run)(), const char *done) -> QWindow * {
+        const EventCount shows(dialog, QEvent::Show);
+        boxes.expect(QLatin1String(done));
+        (loaded.editor.get()->*run)();
+        const bool isOver = QTest::qWaitFor([&boxes] { return boxes.isDone(); }, 60000);
+        return isOver && shows.count == 1 ? dialog->windowHandle()->transientParent() : nullptr;
+    };
+    const char *const reading = "Parameters reading completed";
+    const char *const writing = "Parameters writing completed";
+    loaded.editor->newRowSlot();
+    QCOMPARE(windowBelow(&ParameterEditor::readParaCsvSlot, reading), batch);
+    QCOMPARE(windowBelow(&ParameterEditor::writePageSlt, writing), editor);
+    QCOMPARE(windowBelow(&ParameterEditor::writeCsvSlot, writing), batch);
+    QCOMPARE(windowBelow(&ParameterEditor::readPageSlt, reading), editor);
 }
 
 QTEST_MAIN(ParameterEditorProgressTest)
