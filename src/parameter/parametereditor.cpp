@@ -173,7 +173,9 @@ void ParameterEditor::showProgress(const QString &label, int total)
         return;
     progressDialog->setRange(0, total + 1);
     progressDialog->setLabelText(label);
-    const bool isBatchRun = requestState == StateReadBatch || batchWriteFlag;
+    // A batch write that ran into a time-out has left its flag.
+    const bool isBatchRun =
+        requestState == StateReadBatch || (requestState == StateWritePage && batchWriteFlag);
     progressDialog->showOver(isBatchRun ? static_cast<QWidget *>(batch.get()) : this);
 }
 

@@ -14,8 +14,8 @@ class HeldProgressDialog : public QProgressDialog
 public:
     explicit HeldProgressDialog(QWidget *parent = nullptr);
 
-    // Shows the dialog in the middle of this window and stacked above it: a dialog stacked above another window
-    // brings that one to the front with it.
+    // Shows the dialog in the middle of this window and stacked above it: a dialog stacked above another
+    // window brings that one to the front with it.
     void showOver(QWidget *window);
     // Sets the bar at once. The dialog's own setValue() runs events first, in which the next reply would be
     // handled before this one is done with, or the dialog itself deleted.

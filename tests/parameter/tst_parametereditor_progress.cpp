@@ -4,6 +4,7 @@
 #include "parameter/loadededitor.h"
 #include "support/eventcount.h"
 #include "support/modalanswers.h"
+#include "support/rununtil.h"
 #include "support/wire.h"
 
 #include <QProgressDialog>
@@ -77,7 +78,7 @@ void ParameterEditorProgressTest::escapeLeavesAPageReadAlone()
     QVERIFY(boxes.seen.isEmpty());
     // The read goes on to its end, each code asked for once.
     loaded.peer.release();
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
     QCOMPARE(loaded.peer.frames.size(), 520);
     QVERIFY(!dialog->isVisible());
 }
@@ -159,7 +160,7 @@ void ParameterEditorProgressTest::dialogStandsOverTheWindowOfItsRun()
         const EventCount shows(dialog, QEvent::Show);
         boxes.expect(QLatin1String(done));
         (loaded.editor.get()->*run)();
-        const bool isOver = QTest::qWaitFor([&boxes] { return boxes.isDone(); }, 60000);
+        const bool isOver = runUntil([&boxes] { return boxes.isDone(); }, 60000);
         return isOver && shows.count == 1 ? dialog->windowHandle()->transientParent() : nullptr;
     };
     const char *const reading = "Parameters reading completed";
@@ -168,6 +169,17 @@ void ParameterEditorProgressTest::dialogStandsOverTheWindowOfItsRun()
     QCOMPARE(windowBelow(&ParameterEditor::readParaCsvSlot, reading), batch);
     QCOMPARE(windowBelow(&ParameterEditor::writePageSlt, writing), editor);
     QCOMPARE(windowBelow(&ParameterEditor::writeCsvSlot, writing), batch);
+    QCOMPARE(windowBelow(&ParameterEditor::readPageSlt, reading), editor);
+
+    // After a batch write that ended with a time-out.
+    loaded.batch->table()->item(0, 0)->setText(QStringLiteral("Pn-007"));
+    loaded.editor->Csv_ValueChangedSlot(0, 0);
+    loaded.peer.held = true;
+    loaded.editor->writeCsvSlot();
+    QCOMPARE(loaded.peer.frames.last(), wire::frame("01 10 e0 07 00 01 02 07 d0"));
+    boxes.expect(QStringLiteral("Write Timeout!"));
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 5000));
+    loaded.peer.held = false;
     QCOMPARE(windowBelow(&ParameterEditor::readPageSlt, reading), editor);
 }
 
