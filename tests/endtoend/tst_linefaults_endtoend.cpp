@@ -17,6 +17,8 @@
 #include <QPushButton>
 #include <QTest>
 
+#include <functional>
+
 namespace {
 
 const QString readingDone = QStringLiteral("Parameters reading completed");
@@ -54,6 +56,9 @@ private slots:
     void nothingIsSentByItselfAfterAReconnect();
     void valueThatASilentDriveDidNotTakeIsToldLater_data();
     void valueThatASilentDriveDidNotTakeIsToldLater();
+
+private:
+    static void breakAPageRead(const std::function<void(kt500sim::SimulatedDrive *)> &fault);
 };
 
 void LineFaultsEndToEndTest::passingFaultLeavesTheReadWhole_data()
@@ -117,7 +122,9 @@ void LineFaultsEndToEndTest::garbageEndsTheReadWithAMessage()
     QVERIFY(place.drive->setFault(QStringLiteral("garbage off")));
 }
 
-void LineFaultsEndToEndTest::silenceInAPageReadIsToldAndTheLinkComesBack()
+// A fault in the middle of a page read: both ends of it are told, and the rest and then the whole list are
+// read by the user's own act when the link is back.
+void LineFaultsEndToEndTest::breakAPageRead(const std::function<void(kt500sim::SimulatedDrive *)> &fault)
 {
     ModalAnswers boxes;
     Workplace place;
@@ -128,14 +135,23 @@ void LineFaultsEndToEndTest::silenceInAPageReadIsToldAndTheLinkComesBack()
     boxes.expectPassing(failed);
     Workplace::clickAction(editor, "readAction");
     QTRY_VERIFY(isReading(editor, 50));
-    QVERIFY(place.drive->setFault(QStringLiteral("silence 5000")));
+    fault(place.drive.get());
     QTRY_VERIFY_WITH_TIMEOUT(!place.isShownOnline(), 10000);
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 15000);
-    // The rest and then the whole list are read by the user's own act.
+    place.drive->writeRegister(7, 4321);
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
+    QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
+    QCOMPARE(Workplace::value(editor, 11, QStringLiteral("Pn-B95")),
+             QString::number(*place.drive->readRegister(1195)));
+}
+
+void LineFaultsEndToEndTest::silenceInAPageReadIsToldAndTheLinkComesBack()
+{
+    breakAPageRead(
+        [](kt500sim::SimulatedDrive *drive) { QVERIFY(drive->setFault(QStringLiteral("silence 5000"))); });
 }
 
 void LineFaultsEndToEndTest::silenceInAPageWriteIsToldByTheLink()
@@ -180,22 +196,7 @@ void LineFaultsEndToEndTest::unpluggedWhileIdleComesBackWhenUsed()
 
 void LineFaultsEndToEndTest::unpluggedInMidTransferIsToldAndComesBack()
 {
-    ModalAnswers boxes;
-    Workplace place;
-    place.connectTo(rs485);
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
-    boxes.expect(requestTimeout);
-    boxes.expectPassing(failed);
-    Workplace::clickAction(editor, "readAction");
-    QTRY_VERIFY(isReading(editor, 50));
-    place.drive->hangUp(std::chrono::milliseconds(3000));
-    QTRY_VERIFY_WITH_TIMEOUT(!place.isShownOnline(), 10000);
-    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
-    QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 15000);
-    boxes.expect(readingDone);
-    Workplace::clickAction(editor, "readAction");
-    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
+    breakAPageRead([](kt500sim::SimulatedDrive *drive) { drive->hangUp(std::chrono::milliseconds(3000)); });
 }
 
 void LineFaultsEndToEndTest::streamOfAnEarlierSessionIsStopped()
