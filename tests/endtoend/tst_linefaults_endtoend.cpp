@@ -77,9 +77,8 @@ void LineFaultsEndToEndTest::passingFaultLeavesTheReadWhole()
     QFETCH(QString, fault);
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(rs485);
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(rs485);
+    QVERIFY(editor);
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
     QTRY_VERIFY(isReading(editor, 100));
@@ -93,9 +92,8 @@ void LineFaultsEndToEndTest::refusedRequestsDoNotStopTheRead()
 {
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(usb);
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(usb);
+    QVERIFY(editor);
     QVERIFY(place.drive->setFault(QStringLiteral("exception 2 5")));
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
@@ -108,9 +106,8 @@ void LineFaultsEndToEndTest::garbageEndsTheReadWithAMessage()
 {
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(rs485);
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(rs485);
+    QVERIFY(editor);
     boxes.expect(requestTimeout);
     Workplace::clickAction(editor, "readAction");
     QTRY_VERIFY(isReading(editor, 50));
@@ -128,9 +125,8 @@ void LineFaultsEndToEndTest::breakAPageRead(const std::function<void(kt500sim::S
 {
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(rs485);
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(rs485);
+    QVERIFY(editor);
     boxes.expect(requestTimeout);
     boxes.expectPassing(failed);
     Workplace::clickAction(editor, "readAction");
@@ -158,9 +154,8 @@ void LineFaultsEndToEndTest::silenceInAPageWriteIsToldByTheLink()
 {
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(usb);
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(usb);
+    QVERIFY(editor);
     boxes.expectPassing(failed);
     // A missing acknowledgement of a write is told, a missing read-back is not; chance decides which it is.
     boxes.allow(writeTimeout);
@@ -176,9 +171,8 @@ void LineFaultsEndToEndTest::unpluggedWhileIdleComesBackWhenUsed()
 {
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(usb);
-    QTRY_VERIFY(place.isShownOnline());
-    ParameterEditor *const editor = place.openEditor();
+    ParameterEditor *const editor = place.openConnectedEditor(usb);
+    QVERIFY(editor);
     place.drive->hangUp(std::chrono::milliseconds(0));
     QTRY_VERIFY(place.drive->isHungUp());
     place.drive->clearFaults();
@@ -258,9 +252,8 @@ void LineFaultsEndToEndTest::nothingIsSentByItselfAfterAReconnect()
     ModalAnswers boxes;
     boxes.expectPassing(failed);
     Workplace place;
-    place.connectTo(usb);
-    QTRY_VERIFY(place.isShownOnline());
-    ParameterEditor *const editor = place.openEditor();
+    ParameterEditor *const editor = place.openConnectedEditor(usb);
+    QVERIFY(editor);
     QVERIFY(place.drive->setFault(QStringLiteral("silence 2500")));
     boxes.expect(writeTimeout);
     editor->writeCurrentParameterToServo({"Pn-007", "", "55.5", "0.1rpm", "0.0", "6000.0"}, true);
@@ -284,9 +277,7 @@ void LineFaultsEndToEndTest::valueThatASilentDriveDidNotTakeIsToldLater()
     const QString code = QStringLiteral("Pn-007");
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(speed);
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(speed);
     QVERIFY(editor);
     const quint16 before = *place.drive->readRegister(7);
     QVERIFY(before != 1234);

@@ -64,9 +64,7 @@ void ParametersEndToEndTest::wholeCatalogueIsReadFromTheDrive()
     ModalAnswers boxes;
     Workplace place(language);
     QVERIFY(!place.isShownOnline());
-    place.connectTo(speed);
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(speed);
     QVERIFY(editor);
     // Every value is another than the default, so that what is shown can only come from the drive.
     for (int index = 0; index < 12; ++index) {
@@ -105,9 +103,8 @@ void ParametersEndToEndTest::changedValueIsShownBlue()
 {
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(QStringLiteral("USB"));
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
+    QVERIFY(editor);
     place.drive->writeRegister(7, 1234);
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
@@ -120,9 +117,8 @@ void ParametersEndToEndTest::pageWriteReachesBothCopiesOfTheDrive()
 {
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(QStringLiteral("USB"));
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
+    QVERIFY(editor);
     Workplace::keepOnly(editor, {"Pn-007", "Pn-100", "Pn-304", "Pn-A04"});
     Workplace::setValue(editor, 0, QStringLiteral("Pn-007"), QStringLiteral("321.5"));
     Workplace::setValue(editor, 10, QStringLiteral("Pn-A04"), QStringLiteral("-123456"));
@@ -140,9 +136,8 @@ void ParametersEndToEndTest::ramWriteIsLostWithThePower()
 {
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(QStringLiteral("USB"));
-    QTRY_VERIFY(place.isShownOnline());
-    ParameterEditor *const editor = place.openEditor();
+    ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
+    QVERIFY(editor);
     const quint16 stored = *place.drive->readRegister(7);
     editor->writeCurrentParameterToServo({"Pn-007", "", "55.5", "0.1rpm", "0.0", "6000.0"}, true);
     QTRY_COMPARE(*place.drive->readRegister(7), quint16(555));
@@ -155,9 +150,8 @@ void ParametersEndToEndTest::oneParameterIsReadFromItsMenu()
 {
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(QStringLiteral("115200(485)"));
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("115200(485)"));
+    QVERIFY(editor);
     place.drive->writeRegister(8, 777);
     ParameterTable *const page = Workplace::page(editor, 0);
     const int row = Workplace::rowOf(page, QStringLiteral("Pn-008"));

@@ -189,9 +189,7 @@ void ParameterSetupEndToEndTest::valueIsTriedInRamAndThenKept()
     const QString code = QStringLiteral("Pn-007");
     ModalAnswers boxes;
     Workplace place(language);
-    place.connectTo(QStringLiteral("115200(485)"));
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("115200(485)"));
     QVERIFY(editor);
     const quint16 factory = *place.drive->readRegister(7);
     QVERIFY(factory != 1234);
@@ -231,9 +229,7 @@ void ParameterSetupEndToEndTest::choiceOfAFormIsTriedInRamAndThenKept()
     const QString code = QStringLiteral("Pn-004");
     ModalAnswers boxes;
     Workplace place;
-    place.connectTo(QStringLiteral("USB"));
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
     QVERIFY(editor);
 
     const auto answers = answersOf(place);
@@ -282,9 +278,7 @@ void ParameterSetupEndToEndTest::driveFromTheFactoryShowsTheDefaults()
     QFETCH(QStringList, others);
     ModalAnswers boxes;
     Workplace place(language);
-    place.connectTo(QStringLiteral("USB"));
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
     QVERIFY(editor);
     for (int index = 0; index < pageCount; ++index) {
         const ParameterTable *const page = Workplace::page(editor, index);
@@ -340,9 +334,7 @@ void ParameterSetupEndToEndTest::setUpReturnsToAResetDriveFromItsFile()
     ModalAnswers boxes;
     FileDialogAnswers dialogs;
     Workplace place(language);
-    place.connectTo(QStringLiteral("USB"));
-    QTRY_VERIFY(place.isShownOnline());
-    const ParameterEditor *const editor = place.openEditor();
+    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
     QVERIFY(editor);
     const int setUp = setUpMachine(place, editor, reserved);
     QVERIFY(setUp > 300);

@@ -90,6 +90,12 @@ ParameterEditor *Workplace::openEditor() const
     return QTest::qWaitFor([list] { return list->currentRow() == 1; }) ? editor : nullptr;
 }
 
+ParameterEditor *Workplace::openConnectedEditor(const QString &speed)
+{
+    connectTo(speed);
+    return QTest::qWaitFor([this] { return isShownOnline(); }) ? openEditor() : nullptr;
+}
+
 ParameterTable *Workplace::page(const ParameterEditor *editor, int index)
 {
     return qobject_cast<ParameterTable *>(editor->findChild<QStackedWidget *>()->widget(index));

@@ -37,6 +37,8 @@ public:
 
     // Opens the parameter editor by its tool button and waits for the catalogue; null if that fails.
     ParameterEditor *openEditor() const;
+    // Connects, waits for the indicator to say so, and opens the editor; null if any of it fails.
+    ParameterEditor *openConnectedEditor(const QString &speed);
     static void clickAction(const QWidget *window, const char *name);
     static ParameterTable *page(const ParameterEditor *editor, int index);
     static int rowOf(const ParameterTable *page, const QString &code);
