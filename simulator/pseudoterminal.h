@@ -2,7 +2,7 @@
 // A pseudo-terminal whose far end clients open like a serial device, and the waiting on it.
 //
 // Lives on the loop thread of its owner, except for wake(), which any thread may call. The POSIX calls stand
-// in pseudoterminal_posix.cpp alone; elsewhere open() fails with a text that says so.
+// in pseudoterminal_posix.cpp alone; with pseudoterminal_unsupported.cpp open() fails and says why.
 #pragma once
 
 #include "simulator/clock.h"

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// Where the system has no pseudo-terminals: opening fails and says why, and a drive without a line still
+// holds its registers and moves its model.
 #include "simulator/pseudoterminal.h"
 
 #include <condition_variable>
