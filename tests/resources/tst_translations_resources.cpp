@@ -12,7 +12,7 @@ class TranslationsTest : public QObject
 
 private slots:
     void everyTextIsTranslated();
-    void placeholdersAndLineBreaksAgree();
+    void argumentMarksAndLineBreaksAgree();
     void fileIsUpToDateWithTheSources();
 };
 
@@ -51,7 +51,7 @@ QList<Message> messagesOf(const QString &path)
     return messages;
 }
 
-QStringList placeholdersOf(const QString &text)
+QStringList argumentMarksOf(const QString &text)
 {
     QStringList found;
     QRegularExpressionMatchIterator matches =
@@ -76,12 +76,12 @@ void TranslationsTest::everyTextIsTranslated()
     }
 }
 
-void TranslationsTest::placeholdersAndLineBreaksAgree()
+void TranslationsTest::argumentMarksAndLineBreaksAgree()
 {
     const QList<Message> messages = messagesOf(translationFile());
     QVERIFY(!messages.isEmpty());
     for (const Message &message : messages) {
-        QVERIFY2(placeholdersOf(message.source) == placeholdersOf(message.translation), message.told());
+        QVERIFY2(argumentMarksOf(message.source) == argumentMarksOf(message.translation), message.told());
         QVERIFY2(message.source.count('\n') == message.translation.count('\n'), message.told());
     }
 }

@@ -1,28 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "link/communicationsetting.h"
+// The main window: its actions, what they open, and what it shows of the link.
+#include "shellbench.h"
+
 #include "link/serialport.h"
-#include "parameter/parametereditor.h"
-#include "shell/mainwindow.h"
-#include "shell/windowarrangement.h"
 #include "support/modalanswers.h"
 #include "support/testdirectory.h"
 
-#include <QAction>
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QLabel>
-#include <QListWidget>
-#include <QMdiArea>
-#include <QMdiSubWindow>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPointer>
 #include <QPrintPreviewDialog>
-#include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
-#include <QTranslator>
 #include <QWheelEvent>
 
 namespace {
@@ -35,41 +28,6 @@ QStringList textsOf(const QWidget *widget)
         texts.append(action->isSeparator() ? QStringLiteral("|") : action->text());
     return texts;
 }
-
-// A main window with its connection dialog out of the way.
-class Shell
-{
-public:
-    Shell()
-    {
-        window.resize(1000, 700);
-        window.show();
-        dialog()->close();
-    }
-    QAction *action(const char *name) const { return window.findChild<QAction *>(QLatin1String(name)); }
-    QMdiArea *area() const { return window.findChild<QMdiArea *>(); }
-    static CommunicationSetting *dialog()
-    {
-        const QWidgetList widgets = QApplication::topLevelWidgets();
-        for (QWidget *widget : widgets) {
-            if (auto *const found = qobject_cast<CommunicationSetting *>(widget))
-                return found;
-        }
-        return nullptr;
-    }
-    QMdiSubWindow *addWindow(const QString &title) const
-    {
-        auto *const widget = new QLabel(title);
-        widget->setWindowTitle(title);
-        QMdiSubWindow *const sub = area()->addSubWindow(widget);
-        sub->setAttribute(Qt::WA_DeleteOnClose);
-        widget->show();
-        return sub;
-    }
-
-    QTranslator translator;
-    MainWindow window{&translator};
-};
 
 QImage pictureOf(const QIcon &icon)
 {
@@ -91,34 +49,17 @@ private slots:
     void statusTipsAreSet();
     void connectionDialogComesFirst();
     void connectionDialogComesAgainOnItsAction();
-    void placeholdersStandEnabledAndDoNothing();
+    void actionsWithoutAFunctionDoNothing();
     void indicatorFollowsTheLink();
     void indicatorIsNotRedoneForEveryChunk();
-    void windowActionsNeedAWindow();
     void editorOpensWithItsSizeAndPlace();
     void secondOpeningOnlyActivates();
     void printStandsWithTheEditorOnly();
     void printReachesTheEditorInFront();
     void maximizedWindowNamesItselfInTheTitle();
     void runningScopeDisablesSixActions();
-    void cascadeStepsTheWindows();
-    void cascadeStopsAtAMinimizedWindow();
-    void horizontalTilesStandSideBySide();
-    void verticalTilesStandStacked();
-    void minimizedFirstWindowLeavesTheTilesAlone();
-    void minimizeAllMinimizesAll();
     void toolBarHasNoContextMenu();
     void wheelDoesNotChangeFilteredComboBoxes();
-    void closingIsRefusedWithATrialRun();
-    void closingIsRefusedWhileTheScopeCaptures();
-    void closingWithAnIdleScopeIsAllowed();
-    void trialRunWindowIsDeletedOnItsWish();
-    void closingKeepsGeometryAndBlanksThePaths();
-    void geometryIsRestored();
-    void brokenSettingsGiveTheDefaults_data();
-    void brokenSettingsGiveTheDefaults();
-    void readOnlySettingsDoNotDisturb();
-    void closingInMidTransferIsSafe();
     void messagesThatNothingShowsExist();
 
 private:
@@ -245,7 +186,7 @@ void MainWindowTest::connectionDialogComesAgainOnItsAction()
     QCOMPARE(Shell::dialog(), dialog);
 }
 
-void MainWindowTest::placeholdersStandEnabledAndDoNothing()
+void MainWindowTest::actionsWithoutAFunctionDoNothing()
 {
     ModalAnswers boxes;
     const Shell shell;
@@ -292,24 +233,6 @@ void MainWindowTest::indicatorIsNotRedoneForEveryChunk()
     for (int i = 0; i < 100; ++i)
         shell.window.servoONOFFLine(true);
     QCOMPARE(changes.count(), 0);
-}
-
-void MainWindowTest::windowActionsNeedAWindow()
-{
-    const Shell shell;
-    const auto allEnabled = [&shell](bool enabled) {
-        for (const char *name :
-             {"actionCascade", "actionTitle_Horizontally", "actionTitle_Vertically", "actionMinimize_All"}) {
-            if (shell.action(name)->isEnabled() != enabled)
-                return false;
-        }
-        return true;
-    };
-    QVERIFY(allEnabled(false));
-    QMdiSubWindow *const window = shell.addWindow(QStringLiteral("A"));
-    QVERIFY(allEnabled(true));
-    window->close();
-    QTRY_VERIFY(allEnabled(false));
 }
 
 void MainWindowTest::editorOpensWithItsSizeAndPlace()
@@ -415,81 +338,6 @@ void MainWindowTest::runningScopeDisablesSixActions()
         QVERIFY2(shell.action(qPrintable(name))->isEnabled(), qPrintable(name));
 }
 
-void MainWindowTest::cascadeStepsTheWindows()
-{
-    const Shell shell;
-    for (const char *title : {"A", "B", "C"})
-        shell.addWindow(QLatin1String(title));
-    shell.action("actionCascade")->trigger();
-    const QList<QMdiSubWindow *> windows = shell.area()->subWindowList();
-    const QSize size(int(shell.area()->width() * 0.85), int(shell.area()->height() * 0.85));
-    for (int i = 0; i < 3; ++i)
-        QCOMPARE(windows.at(i)->geometry(), QRect(QPoint(20 * i, 20 * i), size));
-    QCOMPARE(shell.area()->activeSubWindow(), windows.last());
-}
-
-void MainWindowTest::cascadeStopsAtAMinimizedWindow()
-{
-    const Shell shell;
-    QMdiSubWindow *const first = shell.addWindow(QStringLiteral("A"));
-    QMdiSubWindow *const second = shell.addWindow(QStringLiteral("B"));
-    QMdiSubWindow *const third = shell.addWindow(QStringLiteral("C"));
-    third->setGeometry(5, 6, 200, 150);
-    second->showMinimized();
-    shell.action("actionCascade")->trigger();
-    QCOMPARE(first->pos(), QPoint(0, 0));
-    QVERIFY(second->isMinimized());
-    QCOMPARE(third->geometry(), QRect(5, 6, 200, 150));
-    QCOMPARE(shell.area()->activeSubWindow(), second);
-}
-
-void MainWindowTest::horizontalTilesStandSideBySide()
-{
-    const Shell shell;
-    for (const char *title : {"A", "B", "C"})
-        shell.addWindow(QLatin1String(title));
-    shell.action("actionTitle_Horizontally")->trigger();
-    const int width = shell.area()->width();
-    const int height = shell.area()->height();
-    for (int i = 0; i < 3; ++i)
-        QCOMPARE(shell.area()->subWindowList().at(i)->geometry(), QRect(i * width / 3, 0, width / 3, height));
-}
-
-void MainWindowTest::verticalTilesStandStacked()
-{
-    const Shell shell;
-    for (const char *title : {"A", "B", "C"})
-        shell.addWindow(QLatin1String(title));
-    shell.action("actionTitle_Vertically")->trigger();
-    const int width = shell.area()->width();
-    const int height = shell.area()->height();
-    for (int i = 0; i < 3; ++i)
-        QCOMPARE(shell.area()->subWindowList().at(i)->geometry(),
-                 QRect(0, i * height / 3, width, height / 3));
-}
-
-void MainWindowTest::minimizedFirstWindowLeavesTheTilesAlone()
-{
-    const Shell shell;
-    QMdiSubWindow *const first = shell.addWindow(QStringLiteral("A"));
-    QMdiSubWindow *const second = shell.addWindow(QStringLiteral("B"));
-    second->setGeometry(5, 6, 200, 150);
-    first->showMinimized();
-    shell.action("actionTitle_Vertically")->trigger();
-    QVERIFY(first->isMinimized());
-    QCOMPARE(second->geometry(), QRect(5, 6, 200, 150));
-}
-
-void MainWindowTest::minimizeAllMinimizesAll()
-{
-    const Shell shell;
-    shell.addWindow(QStringLiteral("A"));
-    shell.addWindow(QStringLiteral("B"));
-    shell.action("actionMinimize_All")->trigger();
-    for (const QMdiSubWindow *window : shell.area()->subWindowList())
-        QVERIFY(window->isMinimized());
-}
-
 void MainWindowTest::toolBarHasNoContextMenu()
 {
     const Shell shell;
@@ -517,126 +365,6 @@ void MainWindowTest::wheelDoesNotChangeFilteredComboBoxes()
                    Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(&box, &up);
     QCOMPARE(box.currentIndex(), 2);
-}
-
-void MainWindowTest::closingIsRefusedWithATrialRun()
-{
-    ModalAnswers boxes;
-    Shell shell;
-    shell.addWindow(QStringLiteral("Trial Run"));
-    boxes.expect(QStringLiteral("Please close \"Trial Run\" window frist"));
-    QVERIFY(!shell.window.close());
-    QVERIFY(shell.window.isVisible());
-    QCOMPARE(boxes.seen.first().title, QStringLiteral("Warnig"));
-    QCOMPARE(boxes.seen.first().icon, QMessageBox::Warning);
-    QCOMPARE(boxes.seen.first().buttons, QStringList("OK"));
-    QVERIFY(!QSettings(QStringLiteral("settings.ini"), QSettings::IniFormat)
-                 .contains(QStringLiteral("geometry")));
-}
-
-void MainWindowTest::closingIsRefusedWhileTheScopeCaptures()
-{
-    ModalAnswers boxes;
-    Shell shell;
-    shell.addWindow(QStringLiteral("Scope"));
-    shell.window.scopeIsRunning(true);
-    boxes.expect(QStringLiteral("Please close \"Scope\" window frist"));
-    QVERIFY(!shell.window.close());
-    QCOMPARE(boxes.seen.first().title, QStringLiteral("Warnig"));
-}
-
-void MainWindowTest::closingWithAnIdleScopeIsAllowed()
-{
-    ModalAnswers boxes;
-    Shell shell;
-    shell.addWindow(QStringLiteral("Scope"));
-    QVERIFY(shell.window.close());
-}
-
-void MainWindowTest::trialRunWindowIsDeletedOnItsWish()
-{
-    Shell shell;
-    const QPointer<QMdiSubWindow> trial = shell.addWindow(QStringLiteral("Trial Run"));
-    const QPointer<QMdiSubWindow> other = shell.addWindow(QStringLiteral("Other"));
-    shell.window.closeTrialRunWindow();
-    QTRY_VERIFY(!trial);
-    QVERIFY(other);
-}
-
-void MainWindowTest::closingKeepsGeometryAndBlanksThePaths()
-{
-    {
-        QSettings settings(QStringLiteral("settings.ini"), QSettings::IniFormat);
-        settings.setValue(QStringLiteral("SavePath/openFilePath"), QStringLiteral("/somewhere"));
-    }
-    Shell shell;
-    QVERIFY(shell.window.close());
-    const QSettings settings(QStringLiteral("settings.ini"), QSettings::IniFormat);
-    QVERIFY(!settings.value(QStringLiteral("geometry")).toByteArray().isEmpty());
-    for (const char *key : {"openFilePath", "saveFilePath", "savePixmapPath"}) {
-        const QString path = QLatin1String("SavePath/") + QLatin1String(key);
-        QVERIFY2(settings.contains(path), key);
-        QCOMPARE(settings.value(path).toString(), QString());
-    }
-}
-
-void MainWindowTest::geometryIsRestored()
-{
-    {
-        Shell shell;
-        shell.window.setGeometry(60, 70, 640, 480);
-        QVERIFY(shell.window.close());
-    }
-    QTranslator translator;
-    const MainWindow window(&translator);
-    QCOMPARE(window.size(), QSize(640, 480));
-}
-
-void MainWindowTest::brokenSettingsGiveTheDefaults_data()
-{
-    QTest::addColumn<QByteArray>("contents");
-    QTest::newRow("garbage") << QByteArray("\x00\xff\x80[[[=\n\n=x\n", 12);
-    QTest::newRow("geometry of unexpected form") << QByteArray("geometry=12\n[Language]\nLanguage=en_US\n");
-    QTest::newRow("empty") << QByteArray();
-}
-
-void MainWindowTest::brokenSettingsGiveTheDefaults()
-{
-    QFETCH(QByteArray, contents);
-    QFile file(QStringLiteral("settings.ini"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(contents);
-    file.close();
-    const Shell shell;
-    QVERIFY(shell.window.isVisible());
-    shell.action("actionParameter_Editor")->trigger();
-    QCOMPARE(shell.area()->subWindowList().size(), 1);
-}
-
-void MainWindowTest::readOnlySettingsDoNotDisturb()
-{
-    // A directory of that name can be neither read nor written as a file.
-    QFile::remove(QStringLiteral("settings.ini"));
-    QVERIFY(QDir().mkdir(QStringLiteral("settings.ini")));
-    ModalAnswers boxes;
-    Shell shell;
-    shell.action("actionParameter_Editor")->trigger();
-    shell.window.on_actionEnglish_triggered();
-    QVERIFY(shell.window.close());
-    QVERIFY(QFileInfo(QStringLiteral("settings.ini")).isDir());
-}
-
-void MainWindowTest::closingInMidTransferIsSafe()
-{
-    ModalAnswers boxes;
-    Shell shell;
-    shell.action("actionParameter_Editor")->trigger();
-    const QPointer<ParameterEditor> editor = shell.window.findChild<ParameterEditor *>();
-    QTRY_COMPARE(editor->findChild<QListWidget *>()->currentRow(), 1);
-    SerialPort::portOpened = true;
-    editor->readPageSlt();
-    QVERIFY(shell.window.close());
-    QTRY_VERIFY(!editor);
 }
 
 void MainWindowTest::messagesThatNothingShowsExist()
