@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/bitfieldrules.h"
 
-namespace {
+#include "parameter/parametercode.h"
 
-constexpr int hexTextLength = 6; // "0x" and four digits
+namespace {
 
 struct DigitPlace
 {
@@ -11,6 +11,7 @@ struct DigitPlace
     int width; // characters
 };
 
+// The digits stand at fixed places, so a text typed with fewer of them is filled up before it is looked at.
 DigitPlace placeOf(FieldPart part)
 {
     switch (part) {
@@ -32,22 +33,12 @@ DigitPlace placeOf(FieldPart part)
     return {0, -1};
 }
 
-// The digits stand at fixed places, so a hexadecimal text typed with fewer of them is filled up first.
-QString filledUp(QString text)
-{
-    if (text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)) {
-        while (text.size() < hexTextLength)
-            text.insert(2, QLatin1Char('0'));
-    }
-    return text;
-}
-
 } // namespace
 
 int shownIndex(const BitField &field, const QString &text, int optionCount)
 {
     const DigitPlace place = placeOf(field.part);
-    const QString shown = field.part == FieldPart::WholeValue ? text : filledUp(text);
+    const QString shown = field.part == FieldPart::WholeValue ? text : filledUpHex(text);
     const int index = shown.mid(place.first, place.width).toInt(nullptr, field.base);
     return index > 0 && index < optionCount ? index : 0;
 }
@@ -58,7 +49,7 @@ QStringList plainDigits(const BitField &field, const QString &maximum)
     if (field.effect != FieldEffect::WriteDigits || !maximum.startsWith(QLatin1String("0x")))
         return options;
     const DigitPlace place = placeOf(field.part);
-    const int highest = filledUp(maximum).midRef(place.first, place.width).toInt(nullptr, field.base);
+    const int highest = filledUpHex(maximum).midRef(place.first, place.width).toInt(nullptr, field.base);
     for (int digit = 0; highest > 0 && digit <= highest; ++digit)
         options.append(QString::number(digit, field.base).toUpper());
     return options;
@@ -83,5 +74,5 @@ QString chosenText(const QString &text, const QString &name, int index)
     const QString digits =
         QString::number(index, field->base).toUpper().rightJustified(place.width, QLatin1Char('0'));
     const int first = field->writePlace == placeOfPart ? place.first : field->writePlace;
-    return filledUp(result).replace(first, place.width, digits);
+    return filledUpHex(result).replace(first, place.width, digits);
 }

@@ -86,6 +86,15 @@ QString catalogueSpelling(const QString &code)
     return match.hasMatch() ? QLatin1String("Pn-") + match.captured(1).toUpper() : code;
 }
 
+QString filledUpHex(QString text)
+{
+    if (text.contains(hexPrefix, Qt::CaseInsensitive)) {
+        while (text.size() < hexTextLength)
+            text.insert(2, QLatin1Char('0'));
+    }
+    return text;
+}
+
 QStringList readDoubleAddressList(const QString &path)
 {
     QStringList codes;

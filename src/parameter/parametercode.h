@@ -26,6 +26,12 @@ QString shortCode(const QString &code);
 // other text comes back as it is. By it the register's width is looked up.
 QString catalogueSpelling(const QString &code);
 
+// "0x" and the four digits of a register.
+constexpr int hexTextLength = 6;
+
+// A hexadecimal text with fewer digits, filled up with zeros behind its "0x"; any other text as it is.
+QString filledUpHex(QString text);
+
 // Lines of a list of 32-bit codes, trimmed: address.txt and its like under :/config/config.
 QStringList readDoubleAddressList(const QString &path);
 

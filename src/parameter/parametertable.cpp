@@ -21,7 +21,6 @@ constexpr int pixelsPerRow = 25;
 constexpr int headerHeight = 25;       // pixels
 constexpr int minimumSectionSize = 20; // pixels; the style's own may exceed the default size
 constexpr int defaultSectionSize = 33; // pixels
-constexpr int hexTextLength = 6;       // "0x" and four digits
 constexpr int firstFlagValue = 2;      // place of flag row 0 in a catalogue row
 const QString readOnlyMark = QStringLiteral("★");
 
@@ -204,11 +203,7 @@ void ParameterTable::setParamValueSlot(QString value, bool setColor)
         return;
     QTableWidgetItem *const cell = item(currentRow, ValueColumn);
     cell->setForeground(setColor ? Qt::red : Qt::black);
-    if (value.contains(QLatin1String("0x"), Qt::CaseInsensitive)) {
-        while (value.size() < hexTextLength)
-            value.insert(2, QLatin1Char('0'));
-    }
-    cell->setText(value);
+    cell->setText(filledUpHex(value));
     setCurrentItem(nullptr);
 }
 

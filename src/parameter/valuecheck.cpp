@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/valuecheck.h"
 
+#include "parameter/parametercode.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -9,7 +11,6 @@ namespace {
 
 using Verdict = ValueCheck::Verdict;
 
-constexpr int hexTextLength = 6;                   // "0x" and four digits
 constexpr double greatestMagnitude = 2147483647.0; // the lowest 32-bit number is left out
 constexpr int limitDigits = 6;
 
@@ -89,12 +90,12 @@ ValueCheck checkRange(const QStringList &rowValues, const QString &text)
     const double value = text.toDouble();
     if (value > greatestMagnitude || value < -greatestMagnitude)
         return {Verdict::Malformed, {}};
-    const double max = rowValues.value(MaxValue).toDouble();
-    const double min = rowValues.value(MinValue).toDouble();
-    if (value > max)
-        return {Verdict::AboveMaximum, QString::number(max, 'g', limitDigits)};
-    if (value < min)
-        return {Verdict::BelowMinimum, QString::number(min, 'g', limitDigits)};
+    const double maxValue = rowValues.value(MaxValue).toDouble();
+    const double minValue = rowValues.value(MinValue).toDouble();
+    if (value > maxValue)
+        return {Verdict::AboveMaximum, QString::number(maxValue, 'g', limitDigits)};
+    if (value < minValue)
+        return {Verdict::BelowMinimum, QString::number(minValue, 'g', limitDigits)};
     return {};
 }
 

@@ -18,6 +18,10 @@ private slots:
     void registerFollowsTheCode();
     void replyIsPlacedByItsOffset_data();
     void replyIsPlacedByItsOffset();
+    void codeIsSpeltAsInTheCatalogue_data();
+    void codeIsSpeltAsInTheCatalogue();
+    void hexadecimalTextIsFilledUp_data();
+    void hexadecimalTextIsFilledUp();
     void widthFollowsTheList_data();
     void widthFollowsTheList();
     void missingListIsEmpty();
@@ -81,6 +85,68 @@ void ParameterCodeTest::replyIsPlacedByItsOffset()
     QFETCH(int, number);
     QCOMPARE(placeOfOffset(offset).group, group);
     QCOMPARE(placeOfOffset(offset).number, number);
+}
+
+void ParameterCodeTest::codeIsSpeltAsInTheCatalogue_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("code");
+    QTest::newRow("as it is") << "Pn-A04"
+                              << "Pn-A04";
+    QTest::newRow("small letters") << "pn-b06"
+                                   << "Pn-B06";
+    QTest::newRow("another prefix") << "xx-A04"
+                                    << "Pn-A04";
+    QTest::newRow("blank behind") << "Pn-007 "
+                                  << "Pn-007";
+    QTest::newRow("pair") << "Pn-336~Pn-337"
+                          << "Pn-336";
+    QTest::newRow("group without a page") << "pn-c00"
+                                          << "Pn-C00";
+    QTest::newRow("no digits") << "Pn-A0x"
+                               << "Pn-A0x";
+    QTest::newRow("no group") << "Pn-G00"
+                              << "Pn-G00";
+    QTest::newRow("too short") << "Pn-A0"
+                               << "Pn-A0";
+    QTest::newRow("empty") << ""
+                           << "";
+}
+
+void ParameterCodeTest::codeIsSpeltAsInTheCatalogue()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, code);
+    QCOMPARE(catalogueSpelling(text), code);
+}
+
+void ParameterCodeTest::hexadecimalTextIsFilledUp_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("filled");
+    QTest::newRow("one digit") << "0x1"
+                               << "0x0001";
+    QTest::newRow("two digits") << "0x12"
+                                << "0x0012";
+    QTest::newRow("capital prefix") << "0X1F"
+                                    << "0X001F";
+    QTest::newRow("prefix alone") << "0x"
+                                  << "0x0000";
+    QTest::newRow("four digits") << "0x0139"
+                                 << "0x0139";
+    QTest::newRow("more digits") << "0x00012"
+                                 << "0x00012";
+    QTest::newRow("decimal") << "12"
+                             << "12";
+    QTest::newRow("empty") << ""
+                           << "";
+}
+
+void ParameterCodeTest::hexadecimalTextIsFilledUp()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, filled);
+    QCOMPARE(filledUpHex(text), filled);
 }
 
 void ParameterCodeTest::widthFollowsTheList_data()
