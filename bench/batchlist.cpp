@@ -7,7 +7,7 @@
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
 #include "report.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 
 #include <QCoreApplication>
 #include <QTableWidget>

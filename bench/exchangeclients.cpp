@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "exchangeclients.h"
 
+#include "catalogue/parametercode.h"
 #include "catalogueeditor.h"
 #include "link/serialport.h"
 #include "link/silentgap.h"
 #include "messageboxes.h"
-#include "parameter/parametercode.h"
 #include "parameter/parametereditor.h"
 #include "parameter/parameterframes.h"
 

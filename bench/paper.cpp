@@ -6,7 +6,7 @@
 #include "parameter/parameterprint.h"
 #include "parameter/parametertable.h"
 #include "report.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 
 #include <QFileInfo>
 #include <QPrinter>

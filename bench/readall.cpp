@@ -8,7 +8,7 @@
 #include "messageboxes.h"
 #include "parameter/parametereditor.h"
 #include "report.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 #include "simulator/simulateddrive.h"
 
 #include <QElapsedTimer>

@@ -3,7 +3,7 @@
 #include "demo-app/parametertour.h"
 #include "demo-app/tour.h"
 #include "link/portlist.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 #include "shell/mainwindow.h"
 #include "shell/startup.h"
 #include "simulator/simulateddrive.h"

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "demo-app/parametertour.h"
 
+#include "catalogue/parametercode.h"
 #include "link/communicationsetting.h"
 #include "parameter/parameterbatch.h"
-#include "parameter/parametercode.h"
 #include "parameter/parametereditor.h"
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametertable.h"

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/parametereditor.h"
 
+#include "catalogue/doubleaddress.h"
+#include "catalogue/parametercode.h"
+#include "catalogue/parametergroups.h"
+#include "catalogue/readxmlthread.h"
 #include "link/framecodec.h"
 #include "link/serialport.h"
 #include "parameter/parameterbatch.h"
-#include "parameter/parametercode.h"
 #include "parameter/parameterframes.h"
-#include "parameter/parametergroups.h"
 #include "parameter/parameterpagelist.h"
 #include "parameter/parametertable.h"
-#include "parameter/readxmlthread.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 #include "widgets/heldprogressdialog.h"
 #include "widgets/messages.h"
 

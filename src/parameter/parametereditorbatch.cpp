@@ -2,11 +2,11 @@
 // The parameter editor's part in the batch window: what its tools do, and how it shares the request engine.
 #include "parameter/parametereditor.h"
 
+#include "catalogue/parametercode.h"
+#include "files/wholefile.h"
 #include "parameter/parameterbatch.h"
-#include "parameter/parametercode.h"
 #include "parameter/parameterframes.h"
 #include "parameter/parametertable.h"
-#include "parameter/wholefile.h"
 #include "widgets/heldprogressdialog.h"
 #include "widgets/messages.h"
 

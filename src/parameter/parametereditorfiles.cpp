@@ -2,9 +2,9 @@
 // The parameter editor's files: the dialogs, and the pages as the file formats see them.
 #include "parameter/parametereditor.h"
 
+#include "files/wholefile.h"
 #include "parameter/parameterfiles.h"
 #include "parameter/parametertable.h"
-#include "parameter/wholefile.h"
 #include "widgets/messages.h"
 
 #include <QFileDialog>

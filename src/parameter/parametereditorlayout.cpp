@@ -2,11 +2,11 @@
 // The widgets of the parameter editor: tool bar, pages, legend and note.
 #include "parameter/parametereditor.h"
 
-#include "parameter/parametergroups.h"
+#include "catalogue/parametergroups.h"
 #include "parameter/parameterpagelist.h"
 #include "parameter/parametersymbols.h"
 #include "parameter/parametertable.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 #include "widgets/heldprogressdialog.h"
 #include "widgets/sunkenlabel.h"
 

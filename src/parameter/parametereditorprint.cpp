@@ -2,9 +2,9 @@
 // Printing of the parameter editor: preview and PDF.
 #include "parameter/parametereditor.h"
 
+#include "files/pdffile.h"
 #include "parameter/parameterprint.h"
 #include "parameter/parametertable.h"
-#include "parameter/pdffile.h"
 #include "widgets/heldprogressdialog.h"
 
 #include <QCoreApplication>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/parameterframes.h"
 
+#include "catalogue/parametercode.h"
 #include "link/framecodec.h"
-#include "parameter/parametercode.h"
 
 namespace {
 

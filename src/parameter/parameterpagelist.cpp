@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/parameterpagelist.h"
 
-#include "parameter/parametergroups.h"
+#include "catalogue/parametergroups.h"
 
 namespace {
 

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/parametersettinghelper.h"
 
+#include "catalogue/doubleaddress.h"
+#include "catalogue/parametercode.h"
 #include "link/serialport.h"
 #include "parameter/bitfieldformview.h"
 #include "parameter/bitfieldrules.h"
-#include "parameter/parametercode.h"
 #include "parameter/parametersymbols.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 #include "widgets/messages.h"
 #include "widgets/sunkenlabel.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/parametertable.h"
 
+#include "catalogue/parametercode.h"
 #include "link/serialport.h"
-#include "parameter/parametercode.h"
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametersymbols.h"
 #include "widgets/messages.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/valuecheck.h"
 
-#include "parameter/parametercode.h"
+#include "catalogue/parametercode.h"
 
 #include <QRegularExpression>
 

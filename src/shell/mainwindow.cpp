@@ -5,7 +5,7 @@
 #include "link/communicationsetting.h"
 #include "link/serialport.h"
 #include "parameter/parametereditor.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 #include "shell/externalprograms.h"
 #include "shell/windowarrangement.h"
 

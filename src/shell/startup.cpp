@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/startup.h"
 
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 #include "shell/mainwindow.h"
 
 #include <QApplication>

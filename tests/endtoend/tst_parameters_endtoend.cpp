@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // From the connection dialog to every parameter on the screen and back into the drive, in both languages.
+#include "catalogue/parametercode.h"
 #include "link/serialport.h"
-#include "parameter/parametercode.h"
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
 #include "shell/mainwindow.h"

@@ -3,7 +3,7 @@
 // the helper. Main thread.
 #pragma once
 
-#include "parameter/parametercatalogue.h"
+#include "catalogue/parametercatalogue.h"
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametertable.h"
 

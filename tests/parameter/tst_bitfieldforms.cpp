@@ -4,7 +4,7 @@
 #include "helperrows.h"
 
 #include "parameter/bitfieldforms.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 #include "support/modalanswers.h"
 #include "support/testdirectory.h"
 

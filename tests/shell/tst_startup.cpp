@@ -2,7 +2,7 @@
 #include "link/communicationsetting.h"
 #include "parameter/parameterbatch.h"
 #include "parameter/parametereditor.h"
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 #include "shell/mainwindow.h"
 #include "shell/startup.h"
 #include "support/testdirectory.h"

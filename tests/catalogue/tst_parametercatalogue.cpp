@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "parameter/parametercatalogue.h"
-#include "parameter/parametergroups.h"
-#include "parameter/readxmlthread.h"
+#include "catalogue/parametercatalogue.h"
+#include "catalogue/parametergroups.h"
+#include "catalogue/readxmlthread.h"
 #include "support/signallog.h"
 #include "support/testdirectory.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "parameter/parametergroups.h"
+#include "catalogue/parametergroups.h"
 
 #include <QCoreApplication>
 

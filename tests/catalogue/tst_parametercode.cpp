@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "catalogue/doubleaddress.h"
+#include "catalogue/parametercatalogue.h"
+#include "catalogue/parametercode.h"
 #include "link/framecodec.h"
-#include "parameter/parametercatalogue.h"
-#include "parameter/parametercode.h"
 
 #include <QFile>
 #include <QRandomGenerator>

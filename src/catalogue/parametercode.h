@@ -32,12 +32,6 @@ constexpr int hexTextLength = 6;
 // A hexadecimal text with fewer digits, filled up with zeros behind its "0x"; any other text as it is.
 QString filledUpHex(QString text);
 
-// Lines of a list of 32-bit codes, trimmed: address.txt and its like under :/config/config.
-QStringList readDoubleAddressList(const QString &path);
-
-// True when the six-character code stands in address.txt: two registers, high word first.
-bool isDouble(const QString &code);
-
 // Display text to the bytes of a write frame, two for a 16-bit parameter and four for a 32-bit one, high byte
 // first. hexMark is the row's "H" or empty. A text that is no number gives 0; one beyond 32 bits the nearest
 // 32-bit number.

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "parameter/readxmlthread.h"
+#include "catalogue/readxmlthread.h"
 
-#include "parameter/parametercatalogue.h"
-#include "shell/applanguage.h"
+#include "catalogue/parametercatalogue.h"
+#include "settings/applanguage.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "parameter/pdffile.h"
+#include "files/pdffile.h"
 
-#include "parameter/wholefile.h"
+#include "files/wholefile.h"
 
 #include <QFile>
 #include <QPrinter>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "shell/applanguage.h"
+#include "settings/applanguage.h"
 
 #include <QLocale>
 #include <QSettings>

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "parameter/parametercode.h"
+#include "catalogue/parametercode.h"
 
+#include "catalogue/doubleaddress.h"
+#include "catalogue/parametergroups.h"
 #include "link/framecodec.h"
-#include "parameter/parametergroups.h"
 
-#include <QFile>
 #include <QRegularExpression>
-#include <QSet>
 
 #include <cmath>
 #include <limits>
@@ -95,24 +94,6 @@ QString filledUpHex(QString text)
     return text;
 }
 
-QStringList readDoubleAddressList(const QString &path)
-{
-    QStringList codes;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return codes;
-    while (!file.atEnd())
-        codes.append(QString::fromLatin1(file.readLine()).trimmed());
-    return codes;
-}
-
-bool isDouble(const QString &code)
-{
-    static const QStringList lines = readDoubleAddressList(QStringLiteral(":/config/config/address.txt"));
-    static const QSet<QString> codes(lines.begin(), lines.end());
-    return codes.contains(code);
-}
-
 QByteArray encodeValue(const QString &code, const QString &hexMark, const QString &valueText,
                        const QString &unit, const QString &min, const QString &max)
 {
@@ -128,7 +109,7 @@ QByteArray encodeValue(const QString &code, const QString &hexMark, const QStrin
         (hasPoint(unit) || hasPoint(max) || hasPoint(min)) && !unit.contains(QLatin1String("6.03"));
     if (scaled) {
         value *= encodeFactor(code, unit, min, max);
-        // Only what is above zero is rounded; the drive's other tools do the same, and it is wanted.
+        // Deliberate: only what is above zero is rounded.
         if (value > 0)
             value += 0.5;
     }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "parameter/wholefile.h"
+#include "files/wholefile.h"
 
 #include <QFile>
 #include <QFileInfo>
