@@ -3,6 +3,7 @@
 
 #include "link/framecodec.h"
 #include "link/portlist.h"
+#include "link/windownames.h"
 
 #include <QMessageBox>
 #include <QPointer>
@@ -71,6 +72,17 @@ void SerialPort::writeSlot(QByteArray data, QString windowName)
         windowQueue.append(windowName);
     }
     deviceWait.wake();
+}
+
+void SerialPort::withdraw(QString windowName)
+{
+    const std::lock_guard<std::mutex> lock(mutex);
+    for (int i = windowQueue.size() - 1; i >= 0; --i) {
+        if (windowQueue.at(i) == windowName) {
+            windowQueue.removeAt(i);
+            sendQueue.removeAt(i);
+        }
+    }
 }
 
 void SerialPort::writeScopeData(QByteArray data)
@@ -195,15 +207,15 @@ void SerialPort::routeReply(const QByteArray &frame)
         window = currentWindow;
         address = currentAddress.toHex().toInt(nullptr, 16);
     }
-    if (window == QLatin1String("Monitor")) {
+    if (window == monitorLinkName) {
         emit handleParameterMonitor(frame);
         if (address == faultRegister)
             emit handlefault(frame);
-    } else if (window == QLatin1String("Editor")) {
+    } else if (window == editorLinkName) {
         emit handleBaseParameter(frame);
-    } else if (window == QLatin1String("Gain Tuning")) {
+    } else if (window == gainTuningLinkName) {
         emit handleGaintuning(frame, address);
-    } else if (window == QLatin1String("Trial Run")) {
+    } else if (window == trialRunLinkName) {
         emit handleTrialRun(frame);
     }
 }

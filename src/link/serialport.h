@@ -47,7 +47,7 @@ signals:
     void servoONOFFLine(bool state);
     void connetFailedSig();
     void stopscope();
-    // Declared for windows of old; never emitted.
+    // Declared, never emitted.
     void handleErrorAlarm(QByteArray b);
     void handleParameterDIDO(QByteArray b);
     void handleDIDOState(QByteArray b);
@@ -57,6 +57,9 @@ public slots:
     // Queues one complete frame; its reply comes on the signal of windowName. A scope frame (01 14) goes into
     // the one-place mailbox instead. Returns at once and promises nothing.
     void writeSlot(QByteArray data, QString windowName);
+    // Takes back what this window has queued and the worker has not taken yet: the user was told that it
+    // failed, so it must not leave later. The current request goes on.
+    void withdraw(QString windowName);
     // Puts the frame into the scope's mailbox; an empty one clears it.
     void writeScopeData(QByteArray data);
     void scopeIsRunning(bool isRunning);

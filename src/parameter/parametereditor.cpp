@@ -6,12 +6,13 @@
 #include "catalogue/parametergroups.h"
 #include "catalogue/readxmlthread.h"
 #include "link/framecodec.h"
-#include "link/serialport.h"
+#include "link/linkstate.h"
+#include "link/windownames.h"
 #include "parameter/parameterbatch.h"
 #include "parameter/parameterframes.h"
 #include "parameter/parameterpagelist.h"
 #include "parameter/parametertable.h"
-#include "settings/applanguage.h"
+#include "settings/settingskeys.h"
 #include "widgets/heldprogressdialog.h"
 #include "widgets/messages.h"
 
@@ -29,9 +30,6 @@ constexpr int equalReadBacks = 3;
 quint16 readProgress = 0;
 quint16 writeProgress = 0;
 quint8 confirmCount = 0;
-
-const QLatin1String linkName("Editor");
-const QLatin1String splitterKey("splitterSizes");
 
 } // namespace
 
@@ -103,7 +101,7 @@ bool ParameterEditor::isRegisterPair(const QString &code) const
 
 void ParameterEditor::send(const QByteArray &frame)
 {
-    emit writeToSerialPort(frame, linkName);
+    emit writeToSerialPort(frame, editorLinkName);
     lastRegisterBytes = frame.mid(2, 2);
 }
 
@@ -182,7 +180,7 @@ void ParameterEditor::showProgress(const QString &label, int total)
 
 void ParameterEditor::readPageSlt()
 {
-    if (!SerialPort::portOpened)
+    if (!isLinkOpen())
         return;
     for (const QStringList &codes : qAsConst(pageCodeLists))
         readQueue.append(codes);
@@ -311,9 +309,9 @@ void ParameterEditor::closeEvent(QCloseEvent *event)
 {
     isClosing = true;
     {
-        QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
-        settings.beginGroup(splitterKey);
-        settings.setValue(splitterKey, splitter->saveState());
+        QSettings settings(settingsFile, QSettings::IniFormat);
+        settings.beginGroup(settingskey::splitterSizes);
+        settings.setValue(settingskey::splitterSizes, splitter->saveState());
     }
     emit subWindowClosed();
     QScrollArea::closeEvent(event);

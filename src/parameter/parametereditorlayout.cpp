@@ -6,7 +6,7 @@
 #include "parameter/parameterpagelist.h"
 #include "parameter/parametersymbols.h"
 #include "parameter/parametertable.h"
-#include "settings/applanguage.h"
+#include "settings/settingskeys.h"
 #include "widgets/heldprogressdialog.h"
 #include "widgets/sunkenlabel.h"
 
@@ -102,9 +102,9 @@ QSplitter *ParameterEditor::buildPages()
     splitter->addWidget(pageList);
     splitter->addWidget(pageStack);
     splitter->setStretchFactor(1, 10);
-    QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
-    settings.beginGroup(QStringLiteral("splitterSizes"));
-    splitter->restoreState(settings.value(QStringLiteral("splitterSizes")).toByteArray());
+    QSettings settings(settingsFile, QSettings::IniFormat);
+    settings.beginGroup(settingskey::splitterSizes);
+    splitter->restoreState(settings.value(settingskey::splitterSizes).toByteArray());
     return splitter;
 }
 

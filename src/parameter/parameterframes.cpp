@@ -3,15 +3,10 @@
 
 #include "catalogue/parametercode.h"
 #include "link/framecodec.h"
+#include "link/replies.h"
+#include "link/requests.h"
 
 namespace {
-
-constexpr int readFunction = 0x03;
-
-QByteArray frameOf(const QString &text, const QByteArray &data = QByteArray())
-{
-    return withCrc(QByteArray::fromHex(text.toLatin1()) + data);
-}
 
 // The two hexadecimal digits of the byte count are read as a decimal number, which is right for 2 and 4.
 int byteCount(const QByteArray &reply)
@@ -23,8 +18,7 @@ int byteCount(const QByteArray &reply)
 
 QByteArray parameterReadFrame(const QString &code, bool twoRegisters)
 {
-    return frameOf(QLatin1String("0103") + addressText(ramBase + registerOf(code)) +
-                   (twoRegisters ? QLatin1String("0002") : QLatin1String("0001")));
+    return readRequest(ramBase + registerOf(code), twoRegisters ? 2 : 1);
 }
 
 QByteArray parameterBytes(const QStringList &record)
@@ -35,28 +29,18 @@ QByteArray parameterBytes(const QStringList &record)
 
 QByteArray parameterWriteFrame(const QStringList &record, int base)
 {
-    const QByteArray data = parameterBytes(record);
-    return frameOf(QLatin1String("0110") + addressText(base + registerOf(record.value(0))) +
-                       (data.size() == 4 ? QLatin1String("000204") : QLatin1String("000102")),
-                   data);
-}
-
-int registerOfFrame(const QByteArray &frame)
-{
-    bool ok = false;
-    const int number = frame.mid(2, 2).toHex().toInt(&ok, 16);
-    return ok ? number : -1;
+    return writeMultipleRequest(base + registerOf(record.value(0)), parameterBytes(record));
 }
 
 QString replyData(const QByteArray &reply)
 {
     const int count = byteCount(reply);
-    return QString::fromLatin1(reply.chopped(qMin(2, reply.size())).right(count).toHex());
+    return QString::fromLatin1(payloadFromBack(reply, count).toHex());
 }
 
 ReadBack judgeReadBack(const QByteArray &reply, const QStringList &record)
 {
-    if (reply.size() < 2 || reply.at(1) != readFunction)
+    if (!isReadReply(reply))
         return ReadBack::NotARead;
     const int count = byteCount(reply);
     if (count != 2 && count != 4)

@@ -16,9 +16,6 @@ QByteArray parameterWriteFrame(const QStringList &record, int base);
 // Value bytes of a record, as the write frame carries them.
 QByteArray parameterBytes(const QStringList &record);
 
-// Register, 0 to 65535, in bytes 2 and 3 of a frame; -1 if they are not there.
-int registerOfFrame(const QByteArray &frame);
-
 // The data bytes of a reply as lower-case hexadecimal text: as many bytes before the CRC as the byte count
 // says.
 QString replyData(const QByteArray &reply);

@@ -3,7 +3,7 @@
 
 #include "catalogue/doubleaddress.h"
 #include "catalogue/parametercode.h"
-#include "link/serialport.h"
+#include "link/linkstate.h"
 #include "parameter/bitfieldformview.h"
 #include "parameter/bitfieldrules.h"
 #include "parameter/parametersymbols.h"
@@ -272,7 +272,7 @@ void ParameterSettingHelper::takeValue(bool isWriteRAM)
         close();
         return;
     }
-    if (!SerialPort::portOpened) {
+    if (!isLinkOpen()) {
         // The words say USB whatever the link is.
         showMessage(tr("Fail to connect to the device via USB!"));
         return;

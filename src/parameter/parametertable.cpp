@@ -2,7 +2,7 @@
 #include "parameter/parametertable.h"
 
 #include "catalogue/parametercode.h"
-#include "link/serialport.h"
+#include "link/linkstate.h"
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametersymbols.h"
 #include "widgets/messages.h"
@@ -230,7 +230,7 @@ void ParameterTable::contextMenuEvent(QContextMenuEvent *event)
 
 bool ParameterTable::isOnlineOrTell() const
 {
-    if (SerialPort::portOpened)
+    if (isLinkOpen())
         return true;
     showMessage(tr("Fail to connect to the device via USB!"));
     return false;

@@ -1,22 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "settings/applanguage.h"
 
+#include "settings/settingskeys.h"
+
 #include <QLocale>
 #include <QSettings>
 
-const char *const settingsFile = "settings.ini";
-
-namespace {
-
-const QLatin1String languageKey("Language");
-
-} // namespace
-
 QString configuredLanguage()
 {
-    QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
-    settings.beginGroup(languageKey);
-    return settings.value(languageKey, QLocale::system().name()).toString();
+    QSettings settings(settingsFile, QSettings::IniFormat);
+    settings.beginGroup(settingskey::language);
+    return settings.value(settingskey::language, QLocale::system().name()).toString();
 }
 
 bool isChinese(const QString &language)
@@ -32,7 +26,7 @@ QString languageFile(const QString &stem)
 
 void writeConfiguredLanguage(const QString &language)
 {
-    QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
-    settings.beginGroup(languageKey);
-    settings.setValue(languageKey, language);
+    QSettings settings(settingsFile, QSettings::IniFormat);
+    settings.beginGroup(settingskey::language);
+    settings.setValue(settingskey::language, language);
 }

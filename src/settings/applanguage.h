@@ -4,9 +4,6 @@
 
 #include <QString>
 
-// Path of the settings file, relative to the working directory.
-extern const char *const settingsFile;
-
 // The language key of the settings, or the system's locale name where there is none.
 QString configuredLanguage();
 

@@ -6,6 +6,7 @@
 #include "link/serialport.h"
 #include "parameter/parametereditor.h"
 #include "settings/applanguage.h"
+#include "settings/settingskeys.h"
 #include "shell/externalprograms.h"
 #include "shell/windowarrangement.h"
 
@@ -25,8 +26,6 @@ namespace {
 constexpr int toolBarHeight = 26;       // pixels
 constexpr int toolBarRightMargin = 100; // pixels
 constexpr int indicatorSize = 20;       // pixels
-
-const QString geometryKey = QStringLiteral("geometry");
 
 } // namespace
 
@@ -60,8 +59,8 @@ MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
     serialPort = new SerialPort(this);
     connect(serialPort, &SerialPort::servoONOFFLine, this, &MainWindow::servoONOFFLine);
 
-    QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
-    restoreGeometry(settings.value(geometryKey).toByteArray());
+    QSettings settings(settingsFile, QSettings::IniFormat);
+    restoreGeometry(settings.value(settingskey::geometry).toByteArray());
     calcProcess = new QProcess(this);
 
     communicationDialog = new CommunicationSetting;
@@ -310,11 +309,12 @@ void MainWindow::closeEvent(QCloseEvent *event)
 // The directories are remembered for the life of the process only.
 void MainWindow::saveSettings() const
 {
-    QSettings settings(QLatin1String(settingsFile), QSettings::IniFormat);
-    settings.setValue(geometryKey, saveGeometry());
-    settings.beginGroup(QStringLiteral("SavePath"));
-    for (const char *key : {"openFilePath", "saveFilePath", "savePixmapPath"})
-        settings.setValue(QLatin1String(key), QString());
+    QSettings settings(settingsFile, QSettings::IniFormat);
+    settings.setValue(settingskey::geometry, saveGeometry());
+    settings.beginGroup(settingskey::savePath);
+    for (const QLatin1String key :
+         {settingskey::openFilePath, settingskey::saveFilePath, settingskey::savePixmapPath})
+        settings.setValue(key, QString());
 }
 
 void MainWindow::on_actionExit_triggered()
