@@ -15,6 +15,7 @@
 #include "settings/settingskeys.h"
 #include "widgets/heldprogressdialog.h"
 #include "widgets/messages.h"
+#include "widgets/windowstate.h"
 
 #include <QCloseEvent>
 #include <QSettings>
@@ -296,7 +297,7 @@ void ParameterEditor::changeEvent(QEvent *event)
 {
     QScrollArea::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange)
-        emit windowStateChanged(isMaximized() && !isClosing ? windowTitle() : QString());
+        emit windowStateChanged(reportedWindowState(this, isClosing));
 }
 
 void ParameterEditor::hideEvent(QHideEvent *event)

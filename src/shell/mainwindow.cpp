@@ -4,11 +4,11 @@
 
 #include "link/communicationsetting.h"
 #include "link/serialport.h"
-#include "parameter/parametereditor.h"
 #include "settings/applanguage.h"
 #include "settings/settingskeys.h"
 #include "shell/externalprograms.h"
 #include "shell/windowarrangement.h"
+#include "shell/workingwindows.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -121,6 +121,11 @@ void MainWindow::changeCursor()
     QApplication::setOverrideCursor(Qt::ArrowCursor);
 }
 
+void MainWindow::showPrintAct()
+{
+    ui->actionPrint->setVisible(true);
+}
+
 void MainWindow::hidePrintAct()
 {
     ui->actionPrint->setVisible(false);
@@ -140,57 +145,33 @@ void MainWindow::subwindowStateChanged(QString title)
     setWindowTitle(shownTitle);
 }
 
-QMdiSubWindow *MainWindow::findSubWindow(const QString &title) const
+bool MainWindow::isInFront(const QWidget *widget) const
 {
-    const QList<QMdiSubWindow *> windows = mdiArea->subWindowList();
-    for (QMdiSubWindow *window : windows) {
-        if (window->windowTitle() == title)
-            return window;
-    }
-    return nullptr;
+    const QMdiSubWindow *const front = mdiArea->currentSubWindow();
+    return front && front->widget() == widget;
 }
 
-// The title is the key: there is one window of each kind at most.
-void MainWindow::openWorkingWindow(const WorkingWindow &kind)
+void MainWindow::openWorkingWindow(const char *className)
 {
-    if (QMdiSubWindow *const open = findSubWindow(kind.title)) {
+    if (QMdiSubWindow *const open = findSubWindow(mdiArea, className)) {
         mdiArea->setActiveSubWindow(open);
         return;
     }
-    QWidget *const widget = kind.create();
-    mdiArea->addSubWindow(widget)->setAttribute(Qt::WA_DeleteOnClose);
+    const WorkingWindow *const kind = findWorkingWindow(className);
+    QWidget *const widget = kind->create(serialPort);
+    QMdiSubWindow *const window = mdiArea->addSubWindow(widget);
+    window->setAttribute(Qt::WA_DeleteOnClose);
     widget->setAttribute(Qt::WA_DeleteOnClose);
     widget->show();
-    if (QMdiSubWindow *const window = findSubWindow(kind.title)) {
-        window->setWindowIcon(QIcon(kind.icon));
-        window->move(0, 0);
-        window->resize(kind.size());
-    }
-}
-
-QWidget *MainWindow::createParameterEditor()
-{
-    auto *editor = new ParameterEditor;
-    connect(editor, qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort), serialPort,
-            &SerialPort::writeSlot);
-    connect(serialPort, &SerialPort::handleBaseParameter, editor, &ParameterEditor::handleBaseParameter);
-    connect(editor, &ParameterEditor::windowStateChanged, this, &MainWindow::subwindowStateChanged);
-    connect(editor, &ParameterEditor::subWindowClosed, this, &MainWindow::hidePrintAct);
-    connect(this, &MainWindow::doPrint, editor, [this, editor] {
-        // The command is meant for the window in front.
-        const QMdiSubWindow *const front = mdiArea->currentSubWindow();
-        if (front && front->widget() == editor)
-            editor->doPrintPreviewSlot();
-    });
-    ui->actionPrint->setVisible(true);
-    return editor;
+    kind->connectTo(widget, serialPort, this);
+    window->setWindowIcon(QIcon(QLatin1String(kind->icon)));
+    window->move(0, 0);
+    window->resize(kind->size(mdiArea->size()));
 }
 
 void MainWindow::on_actionParameter_Editor_triggered()
 {
-    openWorkingWindow({ParameterEditor::title(), QStringLiteral(":/pic/pic/Parameter.png"),
-                       [this] { return createParameterEditor(); },
-                       [this] { return QSize(int(mdiArea->width() * 0.9), int(mdiArea->height() * 0.9)); }});
+    openWorkingWindow(workingwindow::parameterEditor);
 }
 
 void MainWindow::on_actionPrint_triggered()
@@ -269,7 +250,7 @@ bool MainWindow::eventFilter(QObject *object, QEvent *event)
 
 void MainWindow::closeTrialRunWindow()
 {
-    if (QMdiSubWindow *const window = findSubWindow(tr("Trial Run")))
+    if (QMdiSubWindow *const window = findSubWindow(mdiArea, workingwindow::trialRun))
         window->deleteLater();
 }
 
@@ -279,9 +260,10 @@ bool MainWindow::refusesToClose()
     QString text;
     const QList<QMdiSubWindow *> windows = mdiArea->subWindowList();
     for (const QMdiSubWindow *window : windows) {
-        if (window->windowTitle() == tr("Trial Run"))
+        const QWidget *const widget = window->widget();
+        if (widget && widget->inherits(workingwindow::trialRun))
             text = tr("Please close \"Trial Run\" window frist");
-        else if (window->windowTitle() == tr("Scope") && !scopeStopped)
+        else if (widget && widget->inherits(workingwindow::scope) && !scopeStopped)
             text = tr("Please close \"Scope\" window frist");
         if (!text.isEmpty())
             break;

@@ -54,6 +54,7 @@ private slots:
     void indicatorIsNotRedoneForEveryChunk();
     void editorOpensWithItsSizeAndPlace();
     void secondOpeningOnlyActivates();
+    void windowIsFoundUnderAnyTitle();
     void printStandsWithTheEditorOnly();
     void printReachesTheEditorInFront();
     void maximizedWindowNamesItselfInTheTitle();
@@ -265,6 +266,20 @@ void MainWindowTest::secondOpeningOnlyActivates()
     QCOMPARE(shell.area()->subWindowList().size(), 2);
     QCOMPARE(shell.area()->activeSubWindow(), editor);
     QCOMPARE(editor->geometry(), QRect(40, 30, 500, 400));
+}
+
+// After a change of language that was not followed by a restart the window keeps the title that it was made
+// with.
+void MainWindowTest::windowIsFoundUnderAnyTitle()
+{
+    const Shell shell;
+    shell.action("actionParameter_Editor")->trigger();
+    QMdiSubWindow *const editor = shell.area()->subWindowList().first();
+    editor->widget()->setWindowTitle(QStringLiteral("参数编辑"));
+    shell.addWindow(QStringLiteral("Parameter Editor"));
+    shell.action("actionParameter_Editor")->trigger();
+    QCOMPARE(shell.area()->subWindowList().size(), 2);
+    QCOMPARE(shell.area()->activeSubWindow(), editor);
 }
 
 void MainWindowTest::printStandsWithTheEditorOnly()
