@@ -26,6 +26,7 @@ constexpr int lastTableGain = 8;
 constexpr int fieldsPerNotch = 3;
 constexpr int notches = 4;
 constexpr int notchModes = 5;
+const QColor readOnlyColour(240, 240, 240);
 
 } // namespace
 
@@ -41,6 +42,7 @@ GainTuning::GainTuning(QWidget *parent)
     ui->comBoxGainMode->setCurrentIndex(-1);
     ui->comBoxNotchMode->setCurrentIndex(-1);
     buildTable();
+    buildReadOnlyFields();
     buildFocusRules();
     showOnlineMode(false);
     chart = new RigidityChart;
@@ -60,9 +62,23 @@ void GainTuning::buildTable()
         header->setSectionResizeMode(QHeaderView::Fixed);
     }
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     const int frame = 2 * table->frameWidth();
     table->setFixedHeight(table->horizontalHeader()->sizeHint().height() + table->verticalHeader()->length() +
                           frame);
+}
+
+// What only shows looks as if nothing could be typed into it.
+void GainTuning::buildReadOnlyFields()
+{
+    const QList<QLineEdit *> edits = findChildren<QLineEdit *>();
+    for (QLineEdit *edit : edits) {
+        if (!edit->isReadOnly())
+            continue;
+        QPalette palette = edit->palette();
+        palette.setColor(QPalette::Base, readOnlyColour);
+        edit->setPalette(palette);
+    }
 }
 
 void GainTuning::buildFocusRules()

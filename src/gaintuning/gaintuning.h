@@ -66,6 +66,7 @@ protected:
 
 private:
     void buildTable();
+    void buildReadOnlyFields();
     void buildFocusRules();
     void connectLink();
     bool isInitialRead() const;

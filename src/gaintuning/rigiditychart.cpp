@@ -34,6 +34,7 @@ RigidityChart::RigidityChart(QGraphicsItem *parent)
     setMaximumHeight(chartHeight);
     setMargins(QMargins(margin, margin, margin, margin));
     setBackgroundBrush(Qt::gray);
+    setBackgroundRoundness(0);
     setGrade(0);
 }
 
