@@ -26,7 +26,6 @@ constexpr int lastTableGain = 8;
 constexpr int fieldsPerNotch = 3;
 constexpr int notches = 4;
 constexpr int notchModes = 5;
-const QColor readOnlyColour(240, 240, 240);
 
 } // namespace
 
@@ -39,10 +38,13 @@ GainTuning::GainTuning(QWidget *parent)
 {
     setStyleSheet(QStringLiteral("font:\"微软雅黑\";"));
     ui->setupUi(this);
+    // What only shows looks as if nothing could be typed into it. A palette would be lost when the window is
+    // put into the MDI area.
+    ui->scrollAreaWidgetContents->setStyleSheet(
+        QStringLiteral("QLineEdit[readOnly=\"true\"] {background: rgb(240, 240, 240);}"));
     ui->comBoxGainMode->setCurrentIndex(-1);
     ui->comBoxNotchMode->setCurrentIndex(-1);
     buildTable();
-    buildReadOnlyFields();
     buildFocusRules();
     showOnlineMode(false);
     chart = new RigidityChart;
@@ -66,19 +68,6 @@ void GainTuning::buildTable()
     const int frame = 2 * table->frameWidth();
     table->setFixedHeight(table->horizontalHeader()->sizeHint().height() + table->verticalHeader()->length() +
                           frame);
-}
-
-// What only shows looks as if nothing could be typed into it.
-void GainTuning::buildReadOnlyFields()
-{
-    const QList<QLineEdit *> edits = findChildren<QLineEdit *>();
-    for (QLineEdit *edit : edits) {
-        if (!edit->isReadOnly())
-            continue;
-        QPalette palette = edit->palette();
-        palette.setColor(QPalette::Base, readOnlyColour);
-        edit->setPalette(palette);
-    }
 }
 
 void GainTuning::buildFocusRules()

@@ -66,7 +66,6 @@ protected:
 
 private:
     void buildTable();
-    void buildReadOnlyFields();
     void buildFocusRules();
     void connectLink();
     bool isInitialRead() const;
