@@ -35,6 +35,10 @@
         <source>Normal monitoring parameters</source>
         <translation>常规监视参数</translation>
     </message>
+    <message>
+        <source>This catalogue has no texts for the digit.</source>
+        <translation>此参数表没有该位的说明。</translation>
+    </message>
 </context>
 <context>
     <name>CommunicationSetting</name>

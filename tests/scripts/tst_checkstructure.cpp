@@ -101,7 +101,7 @@ void CheckStructureTest::lineIsJudged()
     source.close();
     const Verdict verdict = check(root.path());
     QCOMPARE(verdict.exitCode, complaint.isEmpty() ? 0 : 1);
-    QVERIFY2(verdict.complaint.startsWith(complaint), qPrintable(verdict.complaint));
+    QVERIFY2(complaint.isEmpty() || verdict.complaint.startsWith(complaint), qPrintable(verdict.complaint));
     QCOMPARE(verdict.complaint.count(QLatin1Char('\n')), complaint.isEmpty() ? 0 : 1);
 }
 
