@@ -84,6 +84,7 @@ void CheckStructureTest::lineIsJudged_data()
     add("stream request in a window", "scope/scope.cpp", "\"01140000000000000000DEC2\"",
         "src/scope/scope.cpp:2: a frame outside");
     add("frame as bytes", "scope/scope.cpp", "\"\\x01\\x14\\x00\"", "src/scope/scope.cpp:2: a frame outside");
+    add("head of a reply as bytes", "scope/scope.cpp", "\"\\x01\\x03\"", "");
     add("other number", "scope/scope.cpp", "QString(\"0102030405\")", "");
 }
 
