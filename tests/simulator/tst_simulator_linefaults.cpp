@@ -313,8 +313,8 @@ private slots:
     void clearEndsEveryCountedFault()
     {
         Line line;
-        for (const char *fault :
-             {"noreply 9", "badcrc 9", "late 9 5000", "stale 9", "exception 4 9", "split 9 5000"})
+        for (const char *fault : {"noreply 9", "badcrc 9", "late 9 5000", "stale 9", "exception 4 9",
+                                  "split 9 5000", "splinter 9 5000"})
             QVERIFY(line.drive.setFault(QString::fromLatin1(fault)));
         line.drive.clearFaults();
         QCOMPARE(line.client->ask(probe, 9), QByteArray(probeReply));
