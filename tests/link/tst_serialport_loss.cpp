@@ -55,7 +55,9 @@ private slots:
     void driveThatNeverAnswersIsToldOnceThenTriedSilently();
     void twentyTimeoutsGiveTheLinkUp_data();
     void twentyTimeoutsGiveTheLinkUp();
+    void answerStartsTheCountOfTimeoutsAnew();
     void runningScopeWithoutDataGivesTheLinkUp();
+    void streamChunkStartsTheScopesCountAnew();
     void idleLinkIsNeverGivenUp();
     void lostLinkComesBackAndServesItsQueue();
     void nextFailureIsToldAgain();
@@ -71,6 +73,8 @@ private slots:
     void hungUpDeviceDoesNotSpinWhenIdle();
     void hungUpDeviceIsGivenUpInMidTransferAndComesBack();
     void shutdownEndsInATurn();
+    void afterTheShutdownNothingIsOpenedAnyMore();
+    void portOfADescriptionWithBracketsIsFound();
     void destroyedWhileRunningEnds();
 };
 
@@ -133,6 +137,48 @@ void SerialPortLossTest::twentyTimeoutsGiveTheLinkUp()
     QVERIFY2(elapsed >= atLeast && elapsed <= atMost, qPrintable(QString::number(elapsed)));
     QTRY_COMPARE(peer.frames().count(readA), 20);
     QTRY_VERIFY(online.count(false) >= 2);
+}
+
+void SerialPortLossTest::answerStartsTheCountOfTimeoutsAnew()
+{
+    // Twelve time-outs for each of three requests: more than twenty in all, never twenty in a row.
+    std::atomic<int> deafFor{0};
+    PtyPeer peer([&deafFor](const QByteArray &request) {
+        return request != probe && --deafFor >= 0 ? QByteArray() : answerAll(request);
+    });
+    SerialPort port;
+    const SignalLog replies(&port, &SerialPort::handleBaseParameter);
+    const SignalLog online(&port, &SerialPort::servoONOFFLine);
+    port.getPortName(peer.entry(), usb);
+    QTRY_VERIFY(online.count(true) >= 1);
+    for (int i = 1; i <= 3; ++i) {
+        deafFor = 12;
+        port.writeSlot(readA, QStringLiteral("Editor"));
+        QTRY_COMPARE(replies.count(), i);
+    }
+    QVERIFY(port.isRunning());
+    QVERIFY(peer.frames().count(readA) >= 3 * 13);
+}
+
+void SerialPortLossTest::streamChunkStartsTheScopesCountAnew()
+{
+    PtyPeer peer(answerAll);
+    SerialPort port;
+    const SignalLog chunks(&port, &SerialPort::handleParameterScope);
+    port.getPortName(peer.entry(), rs485);
+    QTRY_VERIFY(peer.frameCount() >= 1);
+    port.scopeIsRunning(true);
+    // A chunk every 600 ms: twelve time-outs of 50 ms between two, more than twenty in all.
+    for (int i = 1; i <= 3; ++i) {
+        QElapsedTimer silent;
+        silent.start();
+        QTRY_VERIFY(silent.elapsed() >= 600);
+        peer.write(wire::bytes("01140010100200010002000000000000"));
+        QTRY_COMPARE(chunks.count(), i);
+    }
+    QVERIFY(port.isRunning());
+    // And without any more of them the link is given up.
+    QVERIFY(port.wait(5000));
 }
 
 void SerialPortLossTest::runningScopeWithoutDataGivesTheLinkUp()
@@ -416,6 +462,38 @@ void SerialPortLossTest::shutdownEndsInATurn()
     port.prepareShutdown();
     port.quit();
     QVERIFY(port.wait(1000));
+}
+
+void SerialPortLossTest::afterTheShutdownNothingIsOpenedAnyMore()
+{
+    ModalAnswers boxes;
+    PtyPeer peer(answerAll);
+    const ListedPort listed(peer.path(), QString());
+    SerialPort port;
+    port.getPortName(peer.entry(), usb);
+    QTRY_VERIFY(peer.frameCount() >= 1);
+    port.prepareShutdown();
+    QVERIFY(port.wait(1000));
+    SerialPort::reconnecting = true;
+    port.checkUsbSlt();
+    QVERIFY(!port.isRunning());
+    QVERIFY(!SerialPort::portOpened);
+    // Nor does the watch tick on by itself.
+    const int before = peer.frameCount();
+    QElapsedTimer waited;
+    waited.start();
+    QTRY_VERIFY(waited.elapsed() > 1200);
+    QCOMPARE(peer.frameCount(), before);
+}
+
+void SerialPortLossTest::portOfADescriptionWithBracketsIsFound()
+{
+    PtyPeer peer(answerAll);
+    SerialPort port;
+    const SignalLog online(&port, &SerialPort::servoONOFFLine);
+    port.getPortName(QStringLiteral("Adapter (rev. 2) [A](%1)").arg(peer.path()), usb);
+    QTRY_VERIFY(online.count(true) >= 1);
+    QCOMPARE(peer.framesOnce(), QList<QByteArray>({probe}));
 }
 
 void SerialPortLossTest::destroyedWhileRunningEnds()
