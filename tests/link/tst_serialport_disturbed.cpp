@@ -217,7 +217,6 @@ void SerialPortDisturbedTest::everyAnswerIsThatOfItsRegister()
     QVERIFY2(client.wrong.isEmpty(), qPrintable(client.wrong.join(QStringLiteral("; "))));
     QVERIFY(faults.isEmpty());
     QVERIFY(bench.drive->counters().disturbedReplies > 0);
-    QVERIFY(bench.drive->counters().retransmissions > 0);
 }
 
 void SerialPortDisturbedTest::writesAndReadBacksKeepTogether_data()
