@@ -62,7 +62,9 @@ void MotorModel::powerOn(RegisterFile &registers)
     readAgain(registers);
     m_inputs.reset();
     m_sequence.reset(m_inputs.isOn(DigitalInput::ServoOn));
-    m_motion.reset(0);
+    m_state.counts = m_axis.counts();
+    m_state.userPosition = m_motion.gear().toUserUnits(static_cast<double>(m_state.counts));
+    m_motion.reset(static_cast<double>(m_state.counts));
     m_estimator.reset(m_parameters.motor.rotorInertia * m_parameters.loops.inertiaRatio);
     slowStep(registers, 0);
     refreshStatus(registers);

@@ -21,8 +21,12 @@ ServoAxis::ServoAxis(std::uint32_t seed)
 
 void ServoAxis::reset(const Parameters &parameters)
 {
-    m_plant.reset();
-    m_encoder.reset();
+    if (parameters.absoluteEncoder) {
+        m_plant.halt();
+    } else {
+        m_plant.reset();
+        m_encoder.reset();
+    }
     m_reversed = parameters.reversed;
     m_path.drive(0);
     m_mode = AxisMode::Free;

@@ -573,6 +573,26 @@ private slots:
         QVERIFY(!bench.model.state().energised);
     }
 
+    void absolutePositionOutlastsAPowerCycle()
+    {
+        MotorBench bench;
+        bench.registers.set(16, 1, RegisterFile::Copy::WorkingAndStored);
+        bench.model.powerOn(bench.registers);
+        prepareSpeed(bench, 10000);
+        bench.advance(500);
+        bench.servoOn(false);
+        bench.advance(1000);
+        const std::int64_t counts = bench.counts();
+        const std::int32_t user = bench.statusPair(1515);
+        QVERIFY(counts > 10000);
+        bench.registers.powerCycle();
+        bench.model.powerOn(bench.registers);
+        QCOMPARE(bench.counts(), counts);
+        QCOMPARE(bench.statusPair(1515), user);
+        bench.advance(100);
+        QCOMPARE(bench.counts(), counts);
+    }
+
     void servoThatIsOnAtPowerOnWaitsForAnEdge()
     {
         MotorBench bench;
