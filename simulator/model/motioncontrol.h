@@ -46,6 +46,10 @@ private:
     void stopCommand(const ServoSequence &sequence, AxisCommand *command) const;
     void position(const DigitalInputs &inputs, const DriveState &state, AxisCommand *command);
     void torque(const DigitalInputs &inputs, AxisCommand *command);
+    void speed(const DigitalInputs &inputs, const DriveState &state, AxisCommand *command);
+    void whileOff(const ServoSequence &sequence, const DigitalInputs &inputs, const DriveState &state,
+                  AxisCommand *command);
+    void startIdentification();
     void releaseAtOvertravel(double wanted, const DriveState &state, AxisCommand *command) const;
     TorqueBounds bounds(const DigitalInputs &inputs) const;
 

@@ -55,6 +55,7 @@ public:
     const Gains &gains() const { return m_parameters.loops.gains[m_gainSwitch.isSecond() ? 1 : 0]; }
 
 private:
+    void setMode(AxisMode mode);
     void measure(DriveState *state);
     double speedCommand(const AxisCommand &command, DriveState *state);
     double torqueCommand(const AxisCommand &command, const TorqueBounds &bounds, DriveState *state);
