@@ -26,9 +26,9 @@ constexpr double wantedShare = 0.03;
 /// A model on the bench, for as long as the figures of one kind are taken.
 struct Bench
 {
-    explicit Bench(DriveModel *model)
+    explicit Bench(DriveModel *benchModel)
         : registers(builtInRegisterTable())
-        , model(model)
+        , model(benchModel)
     {
         model->powerOn(registers);
     }

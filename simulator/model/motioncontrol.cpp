@@ -26,6 +26,7 @@ void MotionControl::reset(double counts)
 {
     change(Activity::None, DriveState());
     m_position.follow(counts);
+    m_positionLost = false;
     m_offlineRun.stop();
     m_prohibited = Prohibited();
     m_forwardLimited = false;
@@ -242,11 +243,15 @@ AxisCommand MotionControl::step(const ServoSequence &sequence, const DigitalInpu
     startIdentification();
     change(wantedActivity(inputs), state);
     if (isPositioning()) {
+        // What moved the shaft meanwhile is not to be taken back.
+        if (m_positionLost)
+            m_position.follow(command.position);
+        m_positionLost = false;
         m_position.noteInputs(inputs);
         position(inputs, state, &command);
         return command;
     }
-    m_position.follow(command.position);
+    m_positionLost = true;
     if (m_activity == Activity::Torque)
         torque(inputs, &command);
     else

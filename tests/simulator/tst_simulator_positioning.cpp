@@ -206,6 +206,40 @@ private slots:
         QCOMPARE(bench.warning(), 0);
     }
 
+    void wayOfOtherCommandsIsNotTakenBack_data()
+    {
+        QTest::addColumn<int>("clearing");
+        QTest::newRow("cleared with the servo") << 0;
+        QTest::newRow("kept through servo off") << 3;
+    }
+    void wayOfOtherCommandsIsNotTakenBack()
+    {
+        QFETCH(int, clearing);
+        MotorBench bench;
+        bench.write(321, clearing);
+        bench.prepareJog();
+        bench.write(202, jogForward);
+        bench.advance(1000);
+        bench.write(202, 1);
+        bench.advance(500);
+        const std::int64_t stopped = bench.counts();
+        QVERIFY(stopped > 100000);
+        bench.write(11, 0); // positions from here on
+        bench.advance(1000);
+        QVERIFY(std::abs(bench.counts() - stopped) <= 2);
+
+        bench.write(11, 1);
+        bench.write(202, jogForward);
+        bench.advance(1000);
+        bench.write(202, 0);
+        bench.advance(1000);
+        bench.write(11, 0);
+        const std::int64_t off = bench.counts();
+        bench.write(202, 1);
+        bench.advance(1000);
+        QVERIFY(std::abs(bench.counts() - off) <= 2);
+    }
+
     void deviationIsClearedByItsInput()
     {
         MotorBench bench;

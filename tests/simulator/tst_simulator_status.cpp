@@ -175,6 +175,21 @@ private slots:
         QVERIFY(std::abs(bench.statusPair(1513) - 2564) < 30);
     }
 
+    void torqueOfAMinuteIsForgottenAfterIt()
+    {
+        MotorBench bench({1.5, 0, 0, 0, 0, 1.195});
+        bench.prepareSpeed(5000);
+        bench.advance(30000);
+        QVERIFY(std::abs(bench.status(1505) - 50) <= 1); // all the time since power-on
+        QVERIFY(bench.status(1506) >= 50);
+        bench.servoOn(false);
+        bench.advance(45000); // 15 s of 60 are left
+        QVERIFY2(std::abs(bench.status(1505) - 25) <= 1, qPrintable(QString::number(bench.status(1505))));
+        bench.advance(17000);
+        QCOMPARE(bench.status(1505), 0);
+        QCOMPARE(bench.status(1506), 0);
+    }
+
     void restTakesNoStepsAndMotionFew()
     {
         MotorBench bench;
