@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "scope/coverage.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <utility>
+
+namespace {
+
+// The logarithm that counts as opaque: less than half of a 255th is let through.
+constexpr double opaque = 6.5;
+// Binary places of the logarithms: in the sums, as far as they have room, and where the opacity is looked up.
+constexpr int mostBits = 16;
+constexpr int lookUpBits = 9;
+
+int fixedQuotient(int a, int b)
+{
+    return static_cast<int>(qint64(a) * 65536 / b);
+}
+
+} // namespace
+
+void Coverage::reset(const QSize &newSize, double maxCrossings, int newPenWidth)
+{
+    size = newSize;
+    penWidth = newPenWidth;
+    // The middle of the pen, and the middle of the pixel.
+    xOffset = -32 * 1024 * penWidth;
+    stride = size.height() + 2 * padding;
+    table.fill(0, size.width() * stride);
+    firstDirty = 0;
+    lastDirty = size.width() - 1;
+    int bits = mostBits;
+    while (bits > 0 && opaque * maxCrossings * std::ldexp(1.0, bits) > 2147483647.0)
+        --bits;
+    if (bits != costBits)
+        makeTables(bits);
+}
+
+void Coverage::makeTables(int bits)
+{
+    costBits = bits;
+    const double unit = std::ldexp(1.0, bits);
+    for (int a = 0; a < 255; ++a)
+        costs[a] = static_cast<uint32_t>(std::lround(-std::log(1 - a / 255.0) * unit));
+    costs[255] = static_cast<uint32_t>(std::lround(opaque * unit));
+    opacityShift = std::max(0, bits - lookUpBits);
+    const double step = std::ldexp(1.0, opacityShift - bits);
+    opacities.resize(static_cast<int>(opaque / step));
+    for (int i = 0; i < opacities.size(); ++i) {
+        const double middle = opacityShift > 0 ? i + 0.5 : i;
+        opacities[i] = i == 0 ? 0 : static_cast<uchar>(std::lround(255 * (1 - std::exp(-middle * step))));
+    }
+}
+
+uint32_t Coverage::above(int index) const
+{
+    return std::accumulate(at(index) - padding, at(index), 0U);
+}
+
+void Coverage::takeDirty()
+{
+    firstDirty = size.width();
+    lastDirty = -1;
+}
+
+void Coverage::add(const FixedLine &added)
+{
+    line(added);
+}
+
+void Coverage::subtract(const FixedLine &taken)
+{
+    const auto negate = [this] {
+        for (uint32_t &cost : costs)
+            cost = 0U - cost;
+    };
+    negate();
+    line(taken);
+    negate();
+}
+
+void Coverage::line(FixedLine line)
+{
+    const int dx = std::abs(line.x2 - line.x1);
+    const int dy = std::abs(line.y2 - line.y1);
+    if (dx < dy)
+        steep(line);
+    else if (dx > 0)
+        flat(line);
+}
+
+void Coverage::steep(FixedLine line)
+{
+    if (line.y1 > line.y2) {
+        std::swap(line.x1, line.x2);
+        std::swap(line.y1, line.y2);
+        std::swap(line.hasBeginCap, line.hasEndCap);
+    }
+    const int xStep = fixedQuotient(line.x2 - line.x1, line.y2 - line.y1);
+    // x in the middle of the first row.
+    int x = line.x1 * 1024 + xOffset - ((((line.y1 & 63) - 32) * xStep) >> 6);
+    if (line.hasBeginCap) {
+        line.y1 -= 32 * penWidth;
+        x -= (xStep * penWidth) >> 1;
+    }
+    if (line.hasEndCap)
+        line.y2 += 32 * penWidth;
+    const int width = std::abs(line.x2 - line.x1);
+    const int pieces = (width + narrow - 1) / narrow;
+    const bool hasCaps = line.hasBeginCap || line.hasEndCap;
+    if (hasCaps || ((line.y2 - line.y1) >> 6) <= 4 * pieces) {
+        steepRows(x, xStep, line.y1, line.y2);
+        return;
+    }
+    // Long and so slanted that its place between two columns changes: pieces that hardly move aside.
+    const auto xAfter = [&line, pieces](int i) { return line.x1 + (line.x2 - line.x1) * i / pieces; };
+    const auto yAfter = [&line, pieces](int i) {
+        return line.y1 + static_cast<int>(qint64(line.y2 - line.y1) * i / pieces);
+    };
+    for (int i = 0; i < pieces; ++i)
+        addNarrow(xAfter(i), yAfter(i), xAfter(i + 1), yAfter(i + 1));
+}
+
+void Coverage::steepRows(int x, int xStep, int y1, int y2)
+{
+    for (int y = y1; y < y2; x += xStep) {
+        const int next = std::min((y | 63) + 1, y2);
+        const int alpha = (x >> 8) & 0xff;
+        const int column = x >> 16;
+        // A whole row ends where the next one begins, which strip() counts as its first part of nothing.
+        strip(column, 255 - alpha, y, next);
+        for (int c = 1; c < penWidth; ++c)
+            strip(column + c, 255, y, next);
+        strip(column + penWidth, alpha, y, next);
+        y = next;
+    }
+}
+
+void Coverage::flat(FixedLine line)
+{
+    if (line.x1 > line.x2) {
+        std::swap(line.x1, line.x2);
+        std::swap(line.y1, line.y2);
+        std::swap(line.hasBeginCap, line.hasEndCap);
+    }
+    const int yStep = fixedQuotient(line.y2 - line.y1, line.x2 - line.x1);
+    int y = line.y1 * 1024 + xOffset - ((((line.x1 & 63) - 32) * yStep) >> 6);
+    if (line.hasBeginCap) {
+        line.x1 -= 32 * penWidth;
+        y -= (yStep * penWidth) >> 1;
+    }
+    if (line.hasEndCap)
+        line.x2 += 32 * penWidth;
+    for (int x = line.x1; x < line.x2; y += yStep) {
+        const int next = std::min((x | 63) + 1, line.x2);
+        flatColumn(x >> 6, y, next - x);
+        x = next;
+    }
+}
+
+// Covers penWidth + 1 rows of a column where the pen's upper edge stands at y, over part of 64 of its width.
+void Coverage::flatColumn(int column, int y, int part)
+{
+    if (column < 0 || column >= size.width())
+        return;
+    touch(column);
+    const int alpha = (y >> 8) & 0xff;
+    const int row = y >> 16;
+    const uint32_t first = costs[((255 - alpha) * part) >> 6];
+    const uint32_t full = costs[(255 * part) >> 6];
+    const uint32_t last = costs[(alpha * part) >> 6];
+    uint32_t *const rowsOf = at(column);
+    rowsOf[row] += first;
+    rowsOf[row + 1] += full - first;
+    rowsOf[row + penWidth] += last - full;
+    rowsOf[row + penWidth + 1] -= last;
+}
