@@ -58,7 +58,9 @@ void PointTrack::removeOldestBlock()
     removed += blockSize;
     const auto startsBefore = [this](const Start &start) { return start.first <= removed; };
     const auto kept = std::find_if_not(starts.cbegin(), starts.cend(), startsBefore);
-    starts.erase(starts.begin(), starts.begin() + std::max<int>(0, int(kept - starts.cbegin()) - 1));
+    // Counted first: begin() takes the list apart from the copies that the plot thread holds.
+    const int before = static_cast<int>(kept - starts.cbegin());
+    starts.erase(starts.begin(), starts.begin() + std::max(0, before - 1));
 }
 
 void PointTrack::clear()
