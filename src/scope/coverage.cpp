@@ -85,7 +85,9 @@ void Coverage::line(FixedLine line)
 {
     const int dx = std::abs(line.x2 - line.x1);
     const int dy = std::abs(line.y2 - line.y1);
-    if (dx < dy)
+    if (dx < dy && dx <= narrow && !line.hasBeginCap && !line.hasEndCap)
+        addNarrow(line.x1, line.y1, line.x2, line.y2);
+    else if (dx < dy)
         steep(line);
     else if (dx > 0)
         flat(line);
@@ -107,34 +109,28 @@ void Coverage::steep(FixedLine line)
     }
     if (line.hasEndCap)
         line.y2 += 32 * penWidth;
+    // Long segments go in steps of several rows, within which their place between two columns hardly changes.
+    // A row is never split: its parts would cover less than the whole.
+    const qint64 rowCount = (line.y2 - line.y1) >> 6;
     const int width = std::abs(line.x2 - line.x1);
-    const int pieces = (width + narrow - 1) / narrow;
-    const bool hasCaps = line.hasBeginCap || line.hasEndCap;
-    if (hasCaps || ((line.y2 - line.y1) >> 6) <= 4 * pieces) {
-        steepRows(x, xStep, line.y1, line.y2);
-        return;
-    }
-    // Long and so slanted that its place between two columns changes: pieces that hardly move aside.
-    const auto xAfter = [&line, pieces](int i) { return line.x1 + (line.x2 - line.x1) * i / pieces; };
-    const auto yAfter = [&line, pieces](int i) {
-        return line.y1 + static_cast<int>(qint64(line.y2 - line.y1) * i / pieces);
-    };
-    for (int i = 0; i < pieces; ++i)
-        addNarrow(xAfter(i), yAfter(i), xAfter(i + 1), yAfter(i + 1));
+    const qint64 atOnce = width > narrow ? rowCount * narrow / width : rowCount;
+    steepRows(x, xStep, line.y1, line.y2, std::max(1, static_cast<int>(atOnce)));
 }
 
-void Coverage::steepRows(int x, int xStep, int y1, int y2)
+// From y1 to y2, so many rows at once; x is that of the first row.
+void Coverage::steepRows(int x, int xStep, int y1, int y2, int atOnce)
 {
-    for (int y = y1; y < y2; x += xStep) {
-        const int next = std::min((y | 63) + 1, y2);
-        const int alpha = (x >> 8) & 0xff;
-        const int column = x >> 16;
-        // A whole row ends where the next one begins, which strip() counts as its first part of nothing.
-        strip(column, 255 - alpha, y, next);
+    while (y1 < y2) {
+        const int next = std::min(((y1 >> 6) + atOnce) * 64, y2);
+        const int middle = x + static_cast<int>(qint64(xStep) * (((next - 1) >> 6) - (y1 >> 6)) / 2);
+        const int alpha = (middle >> 8) & 0xff;
+        const int column = middle >> 16;
+        strip(column, 255 - alpha, y1, next);
         for (int c = 1; c < penWidth; ++c)
-            strip(column + c, 255, y, next);
-        strip(column + penWidth, alpha, y, next);
-        y = next;
+            strip(column + c, 255, y1, next);
+        strip(column + penWidth, alpha, y1, next);
+        x += xStep * atOnce;
+        y1 = next;
     }
 }
 

@@ -100,7 +100,7 @@ private:
     }
     void line(FixedLine line);
     void steep(FixedLine line);
-    void steepRows(int x, int xStep, int y1, int y2);
+    void steepRows(int x, int xStep, int y1, int y2, int atOnce);
     void flat(FixedLine line);
     void flatColumn(int column, int y, int part);
     void makeTables(int bits);

@@ -64,6 +64,9 @@ void CurveChannel::prepare(const CurveMapping &newMapping, const QRect &newClip,
     const bool isSame = !isVoid && newMapping == mapping && newClip == clip && newPenWidth == penWidth &&
                         points.id() == trackId && points.removedCount() == removed && points.size() >= next;
     mapping = newMapping;
+    local = newMapping;
+    local.left -= newClip.left();
+    local.bottom -= newClip.top();
     clip = newClip;
     penWidth = newPenWidth;
     if (isSame && crossings(points) <= crossingLimit)
@@ -121,7 +124,7 @@ bool CurveChannel::addRun(const PointTrack &points, const PointTrack::Run &run, 
         isBegin = isDown;
         index = 1;
     } else if (index == run.first) {
-        lineTo(mapping.map(points.at(index)) - clip.topLeft());
+        lineTo(local.map(points.at(index)));
         ++index;
     }
     if (first > index) {
@@ -170,19 +173,13 @@ void CurveChannel::addBlock(const PointTrack &points, const double *values, int 
     std::array<int, chunk> ys;
     const FixedRange xRange = fixedRange(clip.width());
     const FixedRange yRange = fixedRange(clip.height());
-    const double left = mapping.left - clip.left();
-    const double bottom = mapping.bottom - clip.top();
     for (int i = 0; i < count; ++i) {
         const double x = firstX + PointTrack::sampleStep * i;
-        xs[static_cast<size_t>(i)] = xRange.of((x - mapping.minX) * mapping.xScale + left);
-        ys[static_cast<size_t>(i)] = yRange.of(bottom - (values[i] - mapping.minY) * mapping.yScale);
+        xs[static_cast<size_t>(i)] = xRange.of((x - local.minX) * local.xScale + local.left);
+        ys[static_cast<size_t>(i)] = yRange.of(local.bottom - (values[i] - local.minY) * local.yScale);
     }
     const bool mayBeNonFinite = points.hasNonFinite();
-    const auto pixelOf = [&](int i) {
-        const double x = firstX + PointTrack::sampleStep * i;
-        return QPointF((x - mapping.minX) * mapping.xScale + left,
-                       bottom - (values[i] - mapping.minY) * mapping.yScale);
-    };
+    const auto pixelOf = [&](int i) { return local.map({firstX + PointTrack::sampleStep * i, values[i]}); };
     int i = 0;
     // Until the pen stands at the sample before, in the table.
     bool isInside = false;
@@ -212,7 +209,7 @@ void CurveChannel::addBlock(const PointTrack &points, const double *values, int 
 
 void CurveChannel::moveTo(const PointTrack &points, int index)
 {
-    const QPointF pixel = mapping.map(points.at(index)) - clip.topLeft();
+    const QPointF pixel = local.map(points.at(index));
     isDown = std::isfinite(pixel.y());
     if (isDown)
         pen = pixel;
@@ -237,7 +234,7 @@ void CurveChannel::setEnd(const PointTrack &points)
 {
     if (points.size() < 2 || !isDown)
         return;
-    const QPointF pixel = mapping.map(points.last()) - clip.topLeft();
+    const QPointF pixel = local.map(points.last());
     if (!std::isfinite(pixel.y()) || !cut(pen, pixel, &end))
         return;
     end.hasBeginCap = isBegin;

@@ -59,7 +59,8 @@ private:
     bool cut(const QPointF &from, const QPointF &to, FixedLine *line) const;
 
     CurveMapping mapping;
-    QRect clip; // in device pixels
+    CurveMapping local; // the same from the top left of the clip rectangle
+    QRect clip;         // in device pixels
     int penWidth = 1;
     bool isVoid = true;
     double crossingLimit = 0;

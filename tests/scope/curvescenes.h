@@ -113,7 +113,7 @@ struct Difference
 {
     int largest = 0;        // of 255, of any component on white
     double visiblePart = 0; // of the pixels differ by more than 32
-    int lostExtremes = 0;   // columns whose highest or lowest painted row differs by more than one
+    int lostExtremes = 0;   // columns that have lost their highest or lowest row, in either picture
 };
 
 inline QImage onWhite(const QImage &image)
@@ -127,38 +127,48 @@ inline QImage onWhite(const QImage &image)
     return white;
 }
 
+// True when what is clearly painted highest or lowest in this column is not to be seen in the other picture,
+// within one row.
+inline bool losesExtreme(const QImage &shown, const QImage &other, int x)
+{
+    const auto strength = [x](const QImage &image, int y) {
+        const QRgb p = image.pixel(x, y);
+        return 255 - qMin(qRed(p), qMin(qGreen(p), qBlue(p)));
+    };
+    int top = -1;
+    int bottom = -1;
+    for (int y = 0; y < shown.height(); ++y) {
+        if (strength(shown, y) <= 96)
+            continue;
+        top = top < 0 ? y : top;
+        bottom = y;
+    }
+    const auto isSeenAt = [&](int row) {
+        for (int y = qMax(0, row - 1); y <= qMin(row + 1, other.height() - 1); ++y)
+            if (strength(other, y) > 32)
+                return true;
+        return false;
+    };
+    return top >= 0 && (!isSeenAt(top) || !isSeenAt(bottom));
+}
+
 inline Difference compare(const QImage &first, const QImage &second)
 {
     const QImage a = onWhite(first);
     const QImage b = onWhite(second);
-    const auto strength = [](QRgb p) { return 255 - qMin(qRed(p), qMin(qGreen(p), qBlue(p))); };
     Difference d;
     int visible = 0;
-    QVector<int> top[2], bottom[2];
-    for (auto *list : {top, bottom})
-        for (int i : {0, 1})
-            list[i].fill(-1, a.width());
-    for (int y = 0; y < a.height(); ++y) {
-        for (int x = 0; x < a.width(); ++x) {
+    for (int x = 0; x < a.width(); ++x) {
+        for (int y = 0; y < a.height(); ++y) {
             const QRgb p = a.pixel(x, y);
             const QRgb q = b.pixel(x, y);
             const int off =
                 qMax(qAbs(qRed(p) - qRed(q)), qMax(qAbs(qGreen(p) - qGreen(q)), qAbs(qBlue(p) - qBlue(q))));
             d.largest = qMax(d.largest, off);
             visible += off > 32;
-            int i = 0;
-            for (const QRgb pixel : {p, q}) {
-                if (strength(pixel) > 32) {
-                    if (top[i][x] < 0)
-                        top[i][x] = y;
-                    bottom[i][x] = y;
-                }
-                ++i;
-            }
         }
+        d.lostExtremes += losesExtreme(a, b, x) || losesExtreme(b, a, x);
     }
-    for (int x = 0; x < a.width(); ++x)
-        d.lostExtremes += qAbs(top[0][x] - top[1][x]) > 1 || qAbs(bottom[0][x] - bottom[1][x]) > 1;
     d.visiblePart = visible / double(a.width() * a.height());
     return d;
 }

