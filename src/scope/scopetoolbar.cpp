@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scope/scopetoolbar.h"
 
+#include "widgets/toolicons.h"
+
 #include <QAction>
-#include <QSize>
 
 namespace {
 
 constexpr int toolBarHeight = 26; // pixels
-constexpr int toolIconSize = 16;  // pixels: all tools, "Run" among them, fit beside the groups
 
 struct ToolFace
 {
@@ -43,7 +43,7 @@ ScopeToolBar::ScopeToolBar(QWidget *parent)
     : QToolBar(parent)
 {
     setFixedHeight(toolBarHeight);
-    setIconSize(QSize(toolIconSize, toolIconSize));
+    setIconSize(toolIconSize);
     for (std::size_t tool = 0; tool < faces.size(); ++tool) {
         if (tool == Run)
             addSeparator();
