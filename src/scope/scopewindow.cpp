@@ -91,6 +91,7 @@ void ScopeWindow::buildWidgets()
         channels->channel(channel)->setColor(colors.channels.at(channel));
         plot->setColor(channel, QColor(colors.channels.at(channel)));
     }
+    view->setMinimumSize(view->minimumSizeHint());
     emit panel->sameButton->clicked();
 }
 
@@ -320,6 +321,6 @@ void ScopeWindow::resizeEvent(QResizeEvent *event)
     const bool fits = width() >= ScopeView::minimumWidth && height() >= ScopeView::minimumHeight;
     setWidgetResizable(fits);
     if (view && !fits)
-        view->resize(viewport()->size().expandedTo(view->minimumSizeHint()));
+        view->resize(viewport()->size().expandedTo(view->minimumSize()));
     QScrollArea::resizeEvent(event);
 }

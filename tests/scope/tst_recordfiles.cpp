@@ -6,7 +6,7 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QRegularExpression>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -29,6 +29,7 @@ private slots:
     void folderThatTakesNoFilesIsTold();
     void nothingIsWrittenBehindAFailure();
     void recordLiesBesideTheProgram();
+    void recordLiesWithTheUserWhereTheProgramsFolderTakesNone();
 
 private:
     QByteArray contentOf(const QString &pattern, const QString &folder) const
@@ -190,6 +191,27 @@ void TestRecordFiles::recordLiesBesideTheProgram()
     const ScopeRecord usual;
     QCOMPARE(usual.directory(), QCoreApplication::applicationDirPath() + "/scope");
     QVERIFY(QDir(usual.directory()).exists());
+}
+
+void TestRecordFiles::recordLiesWithTheUserWhereTheProgramsFolderTakesNone()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    const QString usual = QCoreApplication::applicationDirPath() + "/scope";
+    QDir(usual).removeRecursively();
+    QFile blocker(usual); // a file in the folder's place
+    QVERIFY(blocker.open(QIODevice::WriteOnly));
+    {
+        ScopeRecord elsewhere;
+        QCOMPARE(elsewhere.directory(),
+                 QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + "/scope");
+        elsewhere.open();
+        elsewhere.append(0, {1});
+        elsewhere.close();
+        QVERIFY(!elsewhere.isIncomplete());
+        QCOMPARE(contentOf("*_CH1.txt", elsewhere.directory()), QByteArray("1\r\n"));
+        QDir(elsewhere.directory()).removeRecursively();
+    }
+    QVERIFY(blocker.remove());
 }
 
 QTEST_GUILESS_MAIN(TestRecordFiles)
