@@ -6,6 +6,7 @@
 #include "scope/channelconfig.h"
 #include "scope/channelpanels.h"
 #include "scope/scope.h"
+#include "scope/scopesidepanel.h"
 #include "scope/scopetoolbar.h"
 #include "shell/mainwindow.h"
 #include "support/modalanswers.h"
@@ -21,6 +22,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QSet>
+#include <QSignalSpy>
 #include <QTest>
 #include <QtEndian>
 
@@ -35,6 +37,8 @@ private slots:
     void fourChannelsAreRecordedAsTheDriveSendsThem();
     void runRefusesOtherWindowsAndTheClosing();
     void silenceEndsTheRunAndTheLinkComesBack();
+    void runStoppedByItsConditionKeepsItsRecord();
+    void runWithoutChannelsKeepsTheLink();
     void disturbedStreamKeepsWholeFrames_data();
     void disturbedStreamKeepsWholeFrames();
     void streamThatGoesOnAfterTheStopIsNotRecorded();
@@ -43,6 +47,7 @@ private slots:
 namespace {
 
 const QString rs485 = QStringLiteral("115200(485)");
+constexpr int silence = 3000; // ms: 20 time-outs and the watch that would tell of them
 const QString failed = QStringLiteral("Fail to connect to the device via \nRead Modbus Failed!");
 
 Scope *openScope(const Workplace &place)
@@ -249,6 +254,47 @@ void ScopeEndToEndTest::silenceEndsTheRunAndTheLinkComesBack()
     QTRY_VERIFY(scope->findChild<ChannelPanels *>()->channel(0)->dataEdit->text() != "0");
     run(scope);
     QTRY_VERIFY(!place.drive->isStreaming());
+}
+
+void ScopeEndToEndTest::runStoppedByItsConditionKeepsItsRecord()
+{
+    Workplace place;
+    place.connectTo(rs485);
+    QTRY_VERIFY(place.isShownOnline());
+    Scope *const scope = openScope(place);
+    const auto *const panel = scope->findChild<ScopeSidePanel *>();
+    panel->stopBox->click();
+    panel->stopValueEdit->setText(QStringLiteral("-100000")); // met by the first sample
+    panel->lastForEdit->setText(QStringLiteral("200"));
+    run(scope);
+    QTRY_COMPARE(runText(scope), QString("Stop"));
+    QTRY_COMPARE_WITH_TIMEOUT(runText(scope), QString("Run"), 10000);
+    QTRY_VERIFY(!place.drive->isStreaming());
+    // The drive is silent for longer than a link lives without an answer.
+    QSignalSpy runs(scope, &Scope::scopeRuning);
+    QVERIFY(!runs.wait(silence));
+    QCOMPARE(runText(scope), QString("Run"));
+    QVERIFY(place.isShownOnline());
+    place.window()->findChild<QMdiArea *>()->activeSubWindow()->close();
+    QTRY_VERIFY(!place.window()->findChild<Scope *>());
+    QVERIFY(linesOf(1).size() > 100);
+}
+
+void ScopeEndToEndTest::runWithoutChannelsKeepsTheLink()
+{
+    Workplace place;
+    place.connectTo(rs485);
+    QTRY_VERIFY(place.isShownOnline());
+    Scope *const scope = openScope(place);
+    for (int channel = 0; channel < 4; ++channel)
+        scope->findChild<ChannelPanels *>()->channel(channel)->checkBox->click();
+    run(scope);
+    QSignalSpy runs(scope, &Scope::scopeRuning);
+    QVERIFY(!runs.wait(silence));
+    QCOMPARE(runText(scope), QString("Stop"));
+    QVERIFY(place.isShownOnline());
+    run(scope);
+    QCOMPARE(runText(scope), QString("Run"));
 }
 
 void ScopeEndToEndTest::disturbedStreamKeepsWholeFrames_data()
