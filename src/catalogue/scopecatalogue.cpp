@@ -57,8 +57,8 @@ ScopeItems readScopeItems(const QByteArray &xml)
 
 QString scopeItemText(const QStringList &item)
 {
-    const QString unit = item.at(scopeitem::unit);
-    const QString name = item.at(scopeitem::name);
+    const QString &unit = item.at(scopeitem::unit);
+    const QString &name = item.at(scopeitem::name);
     return unit.isEmpty() ? name : name + QLatin1Char('[') + unit + QLatin1Char(']');
 }
 
