@@ -28,7 +28,8 @@ void Coverage::reset(const QSize &newSize, double maxCrossings, int newPenWidth)
     // The middle of the pen, and the middle of the pixel.
     xOffset = -32 * 1024 * penWidth;
     stride = size.height() + 2 * padding;
-    table.fill(0, size.width() * stride);
+    table.assign(static_cast<std::size_t>((size.width() + 2 * padding) * stride), 0U);
+    cells = table.data() + padding * stride + padding;
     firstDirty = 0;
     lastDirty = size.width() - 1;
     int bits = mostBits;
@@ -83,6 +84,7 @@ void Coverage::subtract(const FixedLine &taken)
 
 void Coverage::line(FixedLine line)
 {
+    touch(line.x1, line.x2);
     const int dx = std::abs(line.x2 - line.x1);
     const int dy = std::abs(line.y2 - line.y1);
     if (dx < dy && dx <= narrow && !line.hasBeginCap && !line.hasEndCap)
@@ -159,9 +161,6 @@ void Coverage::flat(FixedLine line)
 // Covers penWidth + 1 rows of a column where the pen's upper edge stands at y, over part of 64 of its width.
 void Coverage::flatColumn(int column, int y, int part)
 {
-    if (column < 0 || column >= size.width())
-        return;
-    touch(column);
     const int alpha = (y >> 8) & 0xff;
     const int row = y >> 16;
     const uint32_t first = costs[((255 - alpha) * part) >> 6];

@@ -9,6 +9,7 @@
 #include <QtGlobal>
 
 #include <cstdint>
+#include <vector>
 
 // A segment in 64ths of a pixel, from the top left of the table.
 struct FixedLine
@@ -27,13 +28,23 @@ public:
     // Coordinates outside the table by more than this, in pixels, must have been cut off before.
     static constexpr int reach = 3;
 
+    // The pen's greatest width, in pixels.
+    static constexpr int widestPen = 4;
+
     // Empties the table. No pixel is crossed by more than this many segments; the pen's width is in whole
     // pixels.
     void reset(const QSize &newSize, double maxCrossings, int newPenWidth);
 
     void add(const FixedLine &line);
     void subtract(const FixedLine &line);
-    // The same for most segments of dense samples: without caps, at most narrow units wide, higher than wide.
+    // Tells that columns between these 64ths are about to change, for addNarrow().
+    void touch(int x1, int x2)
+    {
+        firstDirty = qMin(firstDirty, qMax(0, (qMin(x1, x2) >> 6) - penWidth - 1));
+        lastDirty = qMax(lastDirty, qMin(size.width() - 1, (qMax(x1, x2) >> 6) + penWidth + 1));
+    }
+    // Adds what most segments of dense samples are: without caps, at most narrow units wide, higher than
+    // wide.
     void addNarrow(int x1, int y1, int x2, int y2)
     {
         const int x = (x1 + x2) * 512 + xOffset;
@@ -66,21 +77,14 @@ public:
     void takeDirty();
 
 private:
-    static constexpr int padding = 12; // rows above and below the table that a cut segment may reach
+    // Rows and columns around the table that a segment may reach, the pen's width and its caps included.
+    static constexpr int padding = 12;
 
-    uint32_t *at(int index) { return table.data() + index * stride + padding; }
-    const uint32_t *at(int index) const { return table.constData() + index * stride + padding; }
-    void touch(int column)
-    {
-        firstDirty = qMin(firstDirty, column);
-        lastDirty = qMax(lastDirty, column);
-    }
+    uint32_t *at(int index) { return cells + index * stride; }
+    const uint32_t *at(int index) const { return cells + index * stride; }
     // Covers a column from y1 to y2, y1 <= y2, by alpha of 255.
     void strip(int column, int alpha, int y1, int y2)
     {
-        if (static_cast<unsigned>(column) >= static_cast<unsigned>(size.width()))
-            return;
-        touch(column);
         uint32_t *const rowsOf = at(column);
         const int top = y1 >> 6;
         const int bottom = y2 >> 6;
@@ -113,7 +117,8 @@ private:
     uint32_t costs[256] = {}; // of covering by so many 255ths; negated while a segment is taken back
     int opacityShift = 0;
     QVector<uchar> opacities;
-    QVector<uint32_t> table;
+    std::vector<uint32_t> table;
+    uint32_t *cells = nullptr; // the top left one in it
     int firstDirty = 0;
     int lastDirty = -1;
 };

@@ -9,26 +9,30 @@ namespace {
 
 constexpr int chunk = 1000;
 
-// 64ths of a pixel, cut as the paint engine cuts them; lowest - 1 and highest + 1 stand for all that is
-// beyond.
+// 64ths of a pixel, cut as the paint engine cuts them. One less than lowest and one more than highest stand
+// for all that is beyond.
 struct FixedRange
 {
-    int lowest;
-    int highest;
-
+    explicit FixedRange(int pixels)
+        : lowest(-Coverage::reach * 64)
+        , highest((pixels + Coverage::reach) * 64)
+        , below(lowest - 1)
+        , above(highest + 1)
+    {
+    }
     int of(double pixel) const
     {
         const double fixed = pixel * 64.0;
-        const double above = fixed > lowest ? fixed : lowest - 1;
-        return static_cast<int>(above < highest ? above : highest + 1);
+        const double raised = fixed > below ? fixed : below;
+        return static_cast<int>(raised < above ? raised : above);
     }
     bool holds(int fixed) const { return fixed >= lowest && fixed <= highest; }
-};
 
-FixedRange fixedRange(int pixels)
-{
-    return {-Coverage::reach * 64, (pixels + Coverage::reach) * 64};
-}
+    int lowest;
+    int highest;
+    double below;
+    double above;
+};
 
 // Narrows the part from *begin to *end of a segment to where start + part * delta lies from low to high.
 bool cutAxis(double start, double delta, double low, double high, double *begin, double *end)
@@ -171,40 +175,46 @@ void CurveChannel::addBlock(const PointTrack &points, const double *values, int 
 {
     std::array<int, chunk> xs;
     std::array<int, chunk> ys;
-    const FixedRange xRange = fixedRange(clip.width());
-    const FixedRange yRange = fixedRange(clip.height());
+    const FixedRange xRange(clip.width());
+    const FixedRange yRange(clip.height());
+    const CurveMapping m = local;
     for (int i = 0; i < count; ++i) {
         const double x = firstX + PointTrack::sampleStep * i;
-        xs[static_cast<size_t>(i)] = xRange.of((x - local.minX) * local.xScale + local.left);
-        ys[static_cast<size_t>(i)] = yRange.of(local.bottom - (values[i] - local.minY) * local.yScale);
+        xs[static_cast<size_t>(i)] = xRange.of((x - m.minX) * m.xScale + m.left);
+        ys[static_cast<size_t>(i)] = yRange.of(m.bottom - (values[i] - m.minY) * m.yScale);
     }
-    const bool mayBeNonFinite = points.hasNonFinite();
-    const auto pixelOf = [&](int i) { return local.map({firstX + PointTrack::sampleStep * i, values[i]}); };
-    int i = 0;
-    // Until the pen stands at the sample before, in the table.
-    bool isInside = false;
-    for (; i < count; ++i) {
-        const int x2 = xs[static_cast<size_t>(i)];
-        const int y2 = ys[static_cast<size_t>(i)];
-        const bool wasInside = isInside;
-        isInside = xRange.holds(x2) && yRange.holds(y2);
-        if (!wasInside || !isInside || mayBeNonFinite) {
-            if (i > 0 && !mayBeNonFinite)
-                pen = pixelOf(i - 1), isDown = true;
+    bool isInside = !points.hasNonFinite();
+    for (int i = 0; i < count; ++i)
+        isInside &= xRange.holds(xs[static_cast<size_t>(i)]) & yRange.holds(ys[static_cast<size_t>(i)]);
+    const auto pixelOf = [&](int i) { return m.map({firstX + PointTrack::sampleStep * i, values[i]}); };
+    if (!isInside) {
+        for (int i = 0; i < count; ++i)
             lineTo(pixelOf(i));
-            isInside = isInside && isDown;
-            continue;
-        }
-        const int x1 = xs[static_cast<size_t>(i) - 1];
-        const int y1 = ys[static_cast<size_t>(i) - 1];
-        const int dx = std::abs(x2 - x1);
-        if (dx <= Coverage::narrow && dx < std::abs(y2 - y1))
-            cover.addNarrow(x1, y1, x2, y2);
-        else
-            cover.add({x1, y1, x2, y2});
+        return;
     }
-    if (!mayBeNonFinite)
-        pen = pixelOf(count - 1);
+    lineTo(pixelOf(0));
+    addInside(xs.data(), ys.data(), count);
+    pen = pixelOf(count - 1);
+}
+
+// Segments that need not be cut, in 64ths of a pixel.
+void CurveChannel::addInside(const int *xs, const int *ys, int count)
+{
+    cover.touch(xs[0], xs[count - 1]);
+    int x1 = xs[0];
+    int y1 = ys[0];
+    for (int i = 1; i < count; ++i) {
+        const int x2 = xs[i];
+        const int y2 = ys[i];
+        const int dx = std::abs(x2 - x1);
+        const int dy = std::abs(y2 - y1);
+        if (dx < dy && dx <= Coverage::narrow)
+            cover.addNarrow(x1, y1, x2, y2);
+        else if (dx != 0)
+            cover.add({x1, y1, x2, y2});
+        x1 = x2;
+        y1 = y2;
+    }
 }
 
 void CurveChannel::moveTo(const PointTrack &points, int index)
@@ -221,7 +231,7 @@ void CurveChannel::lineTo(const QPointF &pixel)
     if (!std::isfinite(pixel.y()))
         return;
     FixedLine line;
-    if (isDown && cut(pen, pixel, &line)) {
+    if (isDown && !isBeyond(pen, pixel) && cut(pen, pixel, &line)) {
         line.hasBeginCap = isBegin;
         cover.add(line);
     }
@@ -241,6 +251,14 @@ void CurveChannel::setEnd(const PointTrack &points)
     end.hasEndCap = true;
     hasEnd = true;
     cover.add(end);
+}
+
+// True when both stand above or both below what can be seen.
+bool CurveChannel::isBeyond(const QPointF &from, const QPointF &to) const
+{
+    const double bottom = clip.height() + Coverage::reach;
+    return (from.y() < -Coverage::reach && to.y() < -Coverage::reach) ||
+           (from.y() > bottom && to.y() > bottom);
 }
 
 bool CurveChannel::cut(const QPointF &from, const QPointF &to, FixedLine *line) const

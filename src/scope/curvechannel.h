@@ -53,9 +53,11 @@ private:
     bool addRun(const PointTrack &points, const PointTrack::Run &run, int end,
                 const std::atomic<bool> &isEnding);
     void addBlock(const PointTrack &points, const double *values, int count, double firstX);
+    void addInside(const int *xs, const int *ys, int count);
     void moveTo(const PointTrack &points, int index);
     void lineTo(const QPointF &pixel);
     void setEnd(const PointTrack &points);
+    bool isBeyond(const QPointF &from, const QPointF &to) const;
     bool cut(const QPointF &from, const QPointF &to, FixedLine *line) const;
 
     CurveMapping mapping;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scope/curverasteriser.h"
 
+#include <QSemaphore>
+#include <QThreadPool>
+
 #include <algorithm>
 
 namespace {
@@ -81,27 +84,52 @@ bool CurveRasteriser::draw(const PlotInputs &inputs, const std::atomic<bool> &is
     bool mustComposeAll = isFresh || inputs.colors != colors || inputs.visible != visible;
     colors = inputs.colors;
     visible = inputs.visible;
+    if (!addSamples(inputs, isEnding)) {
+        picture = QImage();
+        return false;
+    }
     int first = clip.width();
     int last = -1;
     for (int c = 0; c < plotChannels; ++c) {
-        CurveChannel &channel = channels[static_cast<size_t>(c)];
-        const PointTrack points = inputs.curveMap.value(c);
         if (!visible.at(c))
             continue;
-        channel.prepare(mappingOf(inputs, c), clip, qMax(1, qRound(inputs.pixelRatio)), points);
-        if (!channel.add(points, isEnding)) {
-            picture = QImage();
-            return false;
-        }
-        first = std::min(first, channel.coverage().dirtyFirst());
-        last = std::max(last, channel.coverage().dirtyLast());
-        channel.coverage().takeDirty();
+        Coverage &coverage = channels[static_cast<size_t>(c)].coverage();
+        first = std::min(first, coverage.dirtyFirst());
+        last = std::max(last, coverage.dirtyLast());
+        coverage.takeDirty();
     }
     if (mustComposeAll)
         compose(inputs, 0, clip.width() - 1);
     else
         compose(inputs, first, last);
     return true;
+}
+
+bool CurveRasteriser::addSamples(const PlotInputs &inputs, const std::atomic<bool> &isEnding)
+{
+    const int penWidth = qBound(1, qRound(inputs.pixelRatio), Coverage::widestPen);
+    // The channels have nothing in common but the inputs, which nobody changes.
+    const auto addEverySecond = [&](int firstChannel) {
+        bool isDone = true;
+        for (int c = firstChannel; c < plotChannels; c += 2) {
+            if (!visible.at(c))
+                continue;
+            CurveChannel &channel = channels[static_cast<size_t>(c)];
+            const PointTrack points = inputs.curveMap.value(c);
+            channel.prepare(mappingOf(inputs, c), clip, penWidth, points);
+            isDone = channel.add(points, isEnding) && isDone;
+        }
+        return isDone;
+    };
+    bool isOddDone = false;
+    QSemaphore finished;
+    QThreadPool::globalInstance()->start([&] {
+        isOddDone = addEverySecond(1);
+        finished.release();
+    });
+    const bool isEvenDone = addEverySecond(0);
+    finished.acquire();
+    return isEvenDone && isOddDone;
 }
 
 void CurveRasteriser::startAfresh(const PlotInputs &inputs, const QSize &size)

@@ -28,6 +28,8 @@ private:
     using Channels = std::array<CurveChannel, plotChannels>;
 
     void startAfresh(const PlotInputs &inputs, const QSize &size);
+    // Two channels a thread: the other thread is one of the pool.
+    bool addSamples(const PlotInputs &inputs, const std::atomic<bool> &isEnding);
     // Sums up the columns from first to last of the clip rectangle into the image.
     void compose(const PlotInputs &inputs, int first, int last);
 

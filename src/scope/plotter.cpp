@@ -34,6 +34,13 @@ QToolButton *makeHistoryButton(QWidget *parent, const QString &picture, const QS
     return button;
 }
 
+// Without a parent: the plot may go while the box stands.
+void inform(const QString &title, const QString &text)
+{
+    QMessageBox box(QMessageBox::Information, title, text, QMessageBox::Ok);
+    box.exec();
+}
+
 QString rangeKey(int channel, const char *end)
 {
     return QStringLiteral("%1/Channel%2%3").arg(settingskey::needSetYaxis).arg(channel + 1).arg(end);
@@ -88,7 +95,6 @@ void Plotter::refreshPixmap()
     gridPixmap = plotgrid::draw(now);
     update();
     if (!now.geometry.isDrawable()) {
-        curveImage = QImage();
         plotThread.setInputs(PlotInputs());
         return;
     }
@@ -284,7 +290,7 @@ void Plotter::saveImage()
     grab().save(name);
     QSettings(settingsFile, QSettings::IniFormat)
         .setValue(key, name.left(name.lastIndexOf(QLatin1Char('/'))));
-    QMessageBox::information(this, tr("Save  Wave Image"), tr("Succeed Save Wave Image "));
+    inform(tr("Save  Wave Image"), tr("Succeed Save Wave Image "));
 }
 
 void Plotter::receivePlotterDataScopeSlot(const QVector<double> &data1, const QVector<double> &data2,
@@ -333,9 +339,9 @@ bool Plotter::showZoomHints(const QString &noAxis, const QString &noChannel)
     const QPointer<Plotter> self(this);
     const QString title = QStringLiteral("提示");
     if (!switches.zoomTimeAxis && !switches.zoomValueAxis)
-        QMessageBox::information(this, title, noAxis);
+        inform(title, noAxis);
     if (self && !switches.zoomChannel.contains(true))
-        QMessageBox::information(this, title, noChannel);
+        inform(title, noChannel);
     return !self.isNull();
 }
 
@@ -407,7 +413,8 @@ void Plotter::paintEvent(QPaintEvent *)
     }
     QStylePainter painter(this);
     painter.drawPixmap(0, 0, gridPixmap);
-    painter.drawImage(0, 0, curveImage);
+    if (context().geometry.isDrawable())
+        painter.drawImage(0, 0, curveImage);
     measurement.paint(&painter);
     if (rubberBandShown) {
         painter.setPen(lineColor);

@@ -121,7 +121,7 @@ private:
     QMap<int, PointTrack> curveMap; // of the last refresh tick
     QPixmap gridPixmap;
     QImage curveImage;
-    PlotThread plotThread;
+    PlotThread plotThread{this};
     QTimer refreshTimer;
     QToolButton *backButton = nullptr;
     QToolButton *advanceButton = nullptr;

@@ -15,7 +15,7 @@
 
 namespace scenes {
 
-// The kinds of wave, y from -1000 to 1000 or beyond.
+// The kinds of wave, y from -1000 to 1000. Another seed gives another noise, and moves the wave aside and up.
 inline const QVector<QByteArray> &kinds()
 {
     static const QVector<QByteArray> all{"slow sine", "fast sine", "noisy sine", "noise",          "ramp",
@@ -29,7 +29,7 @@ inline QVector<double> wave(const QByteArray &kind, int count, unsigned seed = 1
     std::uniform_real_distribution<double> uniform(-1.0, 1.0);
     QVector<double> y(count);
     for (int i = 0; i < count; ++i) {
-        const double t = i / 8000.0;
+        const double t = i / 8000.0 + 1.7 * (seed - 1);
         double v = 0;
         if (kind == "slow sine")
             v = 700 * std::sin(2 * M_PI * 0.1 * t);
@@ -49,7 +49,7 @@ inline QVector<double> wave(const QByteArray &kind, int count, unsigned seed = 1
             v = i % 7919 == 1234 ? 950 : 10;
         else
             v = std::round(3 * uniform(random)) * 100;
-        y[i] = v;
+        y[i] = v + 31.0 * (seed - 1);
     }
     return y;
 }
