@@ -6,6 +6,7 @@
 #include <QtTest>
 
 #include <cmath>
+#include <random>
 
 using namespace kt500sim;
 
@@ -188,6 +189,32 @@ private slots:
         bench.advance(17000);
         QCOMPARE(bench.status(1505), 0);
         QCOMPARE(bench.status(1506), 0);
+    }
+
+    void anyValuesInTheRegistersKeepTheStateFinite()
+    {
+        std::minstd_rand random(20); // the same at every run
+        for (int round = 0; round < 150; ++round) {
+            MotorBench bench({3, 700, 0.02, 0.0003, 0.08, 0.2});
+            bench.run();
+            for (int offset = 0; offset < 1200; ++offset) {
+                const bool mayChange = bench.registers.exists(offset) && !bench.registers.isReadOnly(offset);
+                if (mayChange && random() % 3 == 0)
+                    bench.registers.set(offset, static_cast<std::uint16_t>(random() >> 8));
+            }
+            bench.write(200, 0xffff);
+            for (int i = 0; i < 20; ++i) {
+                bench.write(202, static_cast<int>(random() & 0xffff));
+                bench.advance(5);
+                const DriveState &state = bench.model.state();
+                for (const double value : {state.speed, state.torque, state.deviation, state.userPosition,
+                                           state.busVoltage, state.overload, state.identifiedInertia})
+                    QVERIFY2(std::isfinite(value), qPrintable(QString::number(round)));
+                QVERIFY(std::fabs(rpm(state.speed)) < 20000);
+                for (int item = 0; item < scopeItemCount; ++item)
+                    bench.model.scopeValue(item);
+            }
+        }
     }
 
     void restTakesNoStepsAndMotionFew()
