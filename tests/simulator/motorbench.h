@@ -32,13 +32,14 @@ public:
     void advance(int milliseconds) { model.advance(registers, milliseconds * 8); }
     void step() { model.advance(registers, 1); }
 
-    /// Steps until \a condition holds; the time that it took in seconds, or a negative number at the limit.
-    double until(double limit, const std::function<bool()> &condition)
+    /// Steps until \a condition holds, looking at it every \a samples sample periods; the time that it took
+    /// in seconds, or a negative number at the limit.
+    double until(double limit, const std::function<bool()> &condition, int samples = 1)
     {
-        for (int samples = 0; samples <= limit * kt500sim::samplesPerSecond; ++samples) {
+        for (int passed = 0; passed <= limit * kt500sim::samplesPerSecond; passed += samples) {
             if (condition())
-                return samples * kt500sim::stepTime;
-            step();
+                return passed * kt500sim::stepTime;
+            model.advance(registers, samples);
         }
         return -1;
     }

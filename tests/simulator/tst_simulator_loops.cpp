@@ -177,7 +177,8 @@ private slots:
         bench.write(601, 31);
         bench.advance(1000);
         QVERIFY(torqueSwing(bench) > 2);
-        QVERIFY(bench.until(120, [&bench] { return bench.fault() != 0; }) > 0);
+        QVERIFY(bench.until(
+                    120, [&bench] { return bench.fault() != 0; }, 80) > 0);
         QCOMPARE(bench.fault(), 3);
     }
 

@@ -74,8 +74,8 @@ private slots:
         bench.write(511, 20000);
         bench.run();
         double last = static_cast<double>(bench.counts());
-        for (int i = 0; i < 4000; ++i) {
-            if (i == 2000) {
+        for (int i = 0; i < 2400; ++i) {
+            if (i == 1200) {
                 bench.writePair(401, -20000);
                 bench.write(501, -20);
             }
