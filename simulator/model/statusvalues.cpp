@@ -9,19 +9,17 @@
 namespace kt500sim {
 namespace {
 
-using Getter = std::int32_t (*)(const DriveState &s);
-
 struct StatusRow
 {
     int number; ///< the two digits of the code Pn-Fxx
-    Getter get;
+    StatusGetter get;
     bool wide = false; ///< takes two registers
 };
 
 struct ItemRow
 {
     int item;
-    Getter get;
+    StatusGetter get;
 };
 
 constexpr int statusCount = registerSpace - statusStart;
@@ -127,7 +125,7 @@ constexpr ItemRow itemRows[] = {
 };
 
 template <std::size_t N>
-using Getters = std::array<Getter, N>;
+using Getters = std::array<StatusGetter, N>;
 
 constexpr Getters<statusCount> makeStatusGetters()
 {
@@ -153,9 +151,9 @@ constexpr Getters<scopeItemCount> makeItemGetters()
     return getters;
 }
 
-constexpr Getters<scopeItemCount> itemGetters = makeItemGetters();
-
 } // namespace
+
+const std::array<StatusGetter, scopeItemCount> scopeItemGetters = makeItemGetters();
 
 std::int32_t statusValue(const DriveState &state, int offset)
 {
@@ -177,11 +175,6 @@ int offsetOfScopeItem(int item)
 {
     const int offset = item >= 0 && item < scopeItemCount ? itemOffsets[static_cast<std::size_t>(item)] : 0;
     return offset == 0 ? -1 : offset;
-}
-
-std::int32_t scopeItemValue(const DriveState &state, int item)
-{
-    return item >= 0 && item < scopeItemCount ? itemGetters[static_cast<std::size_t>(item)](state) : 0;
 }
 
 } // namespace kt500sim

@@ -6,6 +6,9 @@
 
 #include "simulator/model/drivestate.h"
 
+#include <array>
+#include <cstddef>
+
 namespace kt500sim {
 
 /// The value of the status register at \a offset, low bits first to be cut to its width; 0 for one without a
@@ -15,13 +18,20 @@ std::int32_t statusValue(const DriveState &state, int offset);
 /// A status value that takes two registers, its high word at \a offset.
 bool isWideStatusValue(int offset);
 
-/// The value of a scope item by its number; 0 for an item that is not known.
-std::int32_t scopeItemValue(const DriveState &state, int item);
-
 /// The register whose value a scope item shows; -1 for an item without one.
 int offsetOfScopeItem(int item);
 
 /// Scope items are numbered from 0 up to here.
 constexpr int scopeItemCount = 50;
+
+using StatusGetter = std::int32_t (*)(const DriveState &state);
+/// By item number.
+extern const std::array<StatusGetter, scopeItemCount> scopeItemGetters;
+
+/// The value of a scope item by its number; 0 for an item that is not known.
+inline std::int32_t scopeItemValue(const DriveState &state, int item)
+{
+    return item >= 0 && item < scopeItemCount ? scopeItemGetters[static_cast<std::size_t>(item)](state) : 0;
+}
 
 } // namespace kt500sim
