@@ -20,7 +20,7 @@ constexpr double firstSpread = 100;
 
 void InertiaEstimator::setMode(int mode)
 {
-    constexpr std::array<double, 4> forgetting{1, 0.9995, 0.998, 0.992};
+    constexpr std::array<double, 4> forgetting{0.999, 0.9995, 0.998, 0.992};
     m_forgetting = forgetting[static_cast<std::size_t>(std::clamp(mode, 0, 3))];
 }
 

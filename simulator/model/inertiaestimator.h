@@ -13,7 +13,8 @@ namespace kt500sim {
 class InertiaEstimator
 {
 public:
-    /// How fast old samples are forgotten, by the mode of the online identification, 1 to 3; 0 forgets none.
+    /// How fast old samples are forgotten, by the mode of the online identification, 1 to 3; 0 stands for
+    /// JOG and the offline run.
     void setMode(int mode);
     /// Knows nothing but a first guess, in kg m2.
     void reset(double inertia);

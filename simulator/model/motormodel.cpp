@@ -79,6 +79,8 @@ void MotorModel::readAgain(RegisterFile &registers)
     m_inputs.setParameters(m_parameters.terminals);
     m_outputs.setParameters(m_parameters.terminals);
     m_estimator.setMode(m_parameters.identification.offline ? 0 : m_parameters.identification.online);
+    if (m_estimator.evidence() == 0)
+        m_estimator.reset(m_parameters.motor.rotorInertia * m_parameters.loops.inertiaRatio);
 }
 
 void MotorModel::registersWritten(RegisterFile &registers, int firstOffset, int count)

@@ -43,6 +43,23 @@ private slots:
         QVERIFY(std::fabs(load - (found - 1) * 1.3) < 0.02);
     }
 
+    void ratioOfTheRegisterIsShownUntilTheMotorHasTold()
+    {
+        MotorBench bench({2, 900, 0.02, 0.0005, 0.05, 0});
+        bench.write(602, 35);
+        bench.advance(5);
+        QCOMPARE(bench.status(1560), 350);
+        bench.write(100, 1);
+        bench.write(401, 0);
+        bench.run();
+        bench.writePair(401, 12000);
+        bench.advance(400);
+        QVERIFY(std::abs(bench.status(1560) - 200) <= 10);
+        bench.write(602, 50);
+        bench.advance(5);
+        QVERIFY(std::abs(bench.status(1560) - 200) <= 10);
+    }
+
     void estimateFollowsAChangedLoad()
     {
         MotorBench bench({2, 900, 0.02, 0.0005, 0.05, 0});
