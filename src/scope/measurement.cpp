@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scope/measurement.h"
 
-#include <QCoreApplication>
-
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -14,11 +12,6 @@ constexpr const char *cursorNames[] = {"x1", "x2", "y1", "y2"};
 constexpr int firstRowTop = 5;
 constexpr int secondRowTop = 25;
 constexpr int rowHeight = 15;
-
-QString tr(const char *text)
-{
-    return QCoreApplication::translate("Plotter", text);
-}
 
 void drawLine(QPainter *painter, int left, int top, int width, const QString &text)
 {

@@ -6,6 +6,7 @@
 #include "scope/cursorrules.h"
 #include "scope/plotcontext.h"
 
+#include <QCoreApplication>
 #include <QPainter>
 #include <QPixmap>
 #include <QPoint>
@@ -15,6 +16,8 @@
 
 class Measurement
 {
+    Q_DECLARE_TR_FUNCTIONS(Measurement)
+
 public:
     enum CursorIndex { X1, X2, Y1, Y2 };
 

@@ -22,6 +22,7 @@
 namespace {
 
 constexpr int refreshInterval = 200; // ms
+constexpr int labelHeight = 10;      // pixels: the labels' rows stand that far apart
 constexpr int smallestBand = 3;      // pixels; a smaller one is a click
 
 QToolButton *makeHistoryButton(QWidget *parent, const QString &picture, const QString &toolTip)
@@ -75,6 +76,8 @@ Plotter::~Plotter()
 
 PlotContext Plotter::context() const
 {
+    QFont labelFont = font();
+    labelFont.setPixelSize(labelHeight);
     return {data,
             history.current(),
             switches,
@@ -84,7 +87,7 @@ PlotContext Plotter::context() const
             isStopped,
             {width() - 1, height() - 1},
             devicePixelRatioF(),
-            font()};
+            labelFont};
 }
 
 void Plotter::refreshPixmap()

@@ -56,11 +56,10 @@ void PointTrack::removeOldestBlock()
     extents.removeFirst();
     count -= blockSize;
     removed += blockSize;
-    const auto startsBefore = [this](const Start &start) { return start.first <= removed; };
-    const auto kept = std::find_if_not(starts.cbegin(), starts.cend(), startsBefore);
-    // Counted first: begin() takes the list apart from the copies that the plot thread holds.
-    const int before = static_cast<int>(kept - starts.cbegin());
-    starts.erase(starts.begin(), starts.begin() + std::max(0, before - 1));
+    int obsolete = 0;
+    while (obsolete + 1 < starts.size() && starts.at(obsolete + 1).first <= removed)
+        ++obsolete;
+    starts.remove(0, obsolete);
 }
 
 void PointTrack::clear()

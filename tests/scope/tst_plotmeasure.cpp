@@ -321,7 +321,7 @@ void PlotMeasureTest::spectrumOfTheSpanIsShown()
     QCOMPARE(plots.size(), 4);
     QCOMPARE(plots.at(0)->graphCount(), 1);
     QCOMPARE(plots.at(1)->graphCount(), 0);
-    QCOMPARE(plots.at(2)->graph(0), nullptr); // visible, but without samples
+    QCOMPARE(plots.at(2)->graphCount(), 0); // visible, but without samples
     QCOMPARE(plots.at(3)->graphCount(), 0);
     const auto data = plots.at(0)->graph(0)->data();
     QCOMPARE(data->size(), 512);
