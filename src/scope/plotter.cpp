@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scope/plotter.h"
 
+#include "scope/plotdialogs.h"
 #include "scope/plotgrid.h"
 #include "scope/spectrumwindow.h"
-#include "settings/settingskeys.h"
+#include "scope/yranges.h"
 #include "widgets/messages.h"
 
-#include <QFileDialog>
 #include <QKeyEvent>
-#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPointer>
-#include <QSettings>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
 #include <QToolButton>
@@ -33,18 +31,6 @@ QToolButton *makeHistoryButton(QWidget *parent, const QString &picture, const QS
     button->adjustSize();
     button->hide();
     return button;
-}
-
-// Without a parent: the plot may go while the box stands.
-void inform(const QString &title, const QString &text)
-{
-    QMessageBox box(QMessageBox::Information, title, text, QMessageBox::Ok);
-    box.exec();
-}
-
-QString rangeKey(int channel, const char *end)
-{
-    return QStringLiteral("%1/Channel%2%3").arg(settingskey::needSetYaxis).arg(channel + 1).arg(end);
 }
 
 } // namespace
@@ -226,25 +212,13 @@ void Plotter::setLive(bool on)
 
 void Plotter::saveYRange()
 {
-    QSettings settings(settingsFile, QSettings::IniFormat);
-    for (int c = 0; c < plotChannels; ++c) {
-        settings.setValue(rangeKey(c, "Max"), history.current().maxY[c]);
-        settings.setValue(rangeKey(c, "Min"), history.current().minY[c]);
-    }
+    storeYRanges(history.current());
 }
 
 void Plotter::loadYRange()
 {
-    const QSettings settings(settingsFile, QSettings::IniFormat);
-    const QString key = QStringLiteral("%1/%2").arg(settingskey::needSetYaxis, settingskey::needSetYaxis);
-    if (settings.value(key).toBool()) {
-        PlotSettings view;
-        for (int c = 0; c < plotChannels; ++c) {
-            view.maxY[c] = settings.value(rangeKey(c, "Max"), view.maxY[c]).toDouble();
-            view.minY[c] = settings.value(rangeKey(c, "Min"), view.minY[c]).toDouble();
-        }
-        history.push(view);
-    }
+    if (areYRangesKept())
+        history.push(storedYRanges());
     refreshPixmap();
 }
 
@@ -280,20 +254,7 @@ void Plotter::showFFT()
 
 void Plotter::saveImage()
 {
-    const QString key = QStringLiteral("%1/%2").arg(settingskey::savePath, settingskey::savePixmapPath);
-    const QString before = QSettings(settingsFile, QSettings::IniFormat).value(key).toString();
-    const QPointer<Plotter> self(this);
-    const QString name =
-        QFileDialog::getSaveFileName(this, tr("SaveWaveImage"), before + QStringLiteral("/plotter"),
-                                     QStringLiteral("PNG(*.png);; JPG(*.jpg);; GIF(*.gif);;BMP(*,bmp);; "
-                                                    "SVG(*.svg);; PDF(*.pdf)"));
-    if (!self || name.isEmpty())
-        return;
-    // Deliberate: that a format can't be written is not told.
-    grab().save(name);
-    QSettings(settingsFile, QSettings::IniFormat)
-        .setValue(key, name.left(name.lastIndexOf(QLatin1Char('/'))));
-    inform(tr("Save  Wave Image"), tr("Succeed Save Wave Image "));
+    saveWidgetImage(this);
 }
 
 void Plotter::receivePlotterDataScopeSlot(const QVector<double> &data1, const QVector<double> &data2,
@@ -337,26 +298,19 @@ void Plotter::backButtonSlot()
     refreshPixmap();
 }
 
-bool Plotter::showZoomHints(const QString &noAxis, const QString &noChannel)
-{
-    const QPointer<Plotter> self(this);
-    const QString title = QStringLiteral("提示");
-    if (!switches.zoomTimeAxis && !switches.zoomValueAxis)
-        inform(title, noAxis);
-    if (self && !switches.zoomChannel.contains(true))
-        inform(title, noChannel);
-    return !self.isNull();
-}
-
 void Plotter::showZoomIn()
 {
-    if (showZoomHints(QStringLiteral("请选择放大轴线"), QStringLiteral("请选择放大通道")))
+    const QPointer<Plotter> self(this);
+    showZoomInHints(ViewSwitches(switches));
+    if (self)
         pushMeasuredView(viewrules::zoomedIn(history.current(), switches));
 }
 
 void Plotter::showZoomOut()
 {
-    if (showZoomHints(QStringLiteral("请选择缩小轴线"), QStringLiteral("请选择缩小通道")))
+    const QPointer<Plotter> self(this);
+    showZoomOutHints(ViewSwitches(switches));
+    if (self)
         pushMeasuredView(viewrules::zoomedOut(history.current(), data, switches));
 }
 

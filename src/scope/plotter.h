@@ -99,9 +99,6 @@ private:
     // The same on a picture that cursors may stand on: their statistics follow the new view.
     void pushMeasuredView(const PlotSettings &settings);
     void scrollAll(int dx, int dy);
-    // One box for all channels where no axis is chosen, one where no channel is. False when the plot has been
-    // deleted meanwhile.
-    bool showZoomHints(const QString &noAxis, const QString &noChannel);
     void takeCurves();
     void updateBandEdges();
     void endRubberBand();

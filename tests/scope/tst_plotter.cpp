@@ -365,6 +365,7 @@ void PlotterTest::zoomWithoutChannelStillAddsAnEntry()
 void PlotterTest::zoomHintOutlivesThePlot()
 {
     auto plotter = makePlotter();
+    plotter->setOption(0, true);
     plotter->setOption(4, false);
     plotter->setOption(5, false);
     ModalAnswers answers;
