@@ -117,6 +117,11 @@ QByteArray encodeValue(const QString &code, const QString &hexMark, const QStrin
     return fitBytes(QByteArray::fromHex(digits.toLatin1()), width);
 }
 
+QString hexText(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes.toHex());
+}
+
 QString decodeValue(const QString &replyHex, const QString &hexMark, const QString &unit, const QString &min,
                     const QString &max)
 {

@@ -38,6 +38,9 @@ QString filledUpHex(QString text);
 QByteArray encodeValue(const QString &code, const QString &hexMark, const QString &valueText,
                        const QString &unit, const QString &min, const QString &max);
 
+// Bytes as the hexadecimal text that decodeValue() reads.
+QString hexText(const QByteArray &bytes);
+
 // The data bytes of a reply, as hexadecimal text, to the display text of a row.
 QString decodeValue(const QString &replyHex, const QString &hexMark, const QString &unit, const QString &min,
                     const QString &max);

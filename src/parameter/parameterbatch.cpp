@@ -236,13 +236,13 @@ void ParameterBatch::fillRow(int row, const QStringList &pageCells)
     widenColumns(row);
 }
 
-void ParameterBatch::showReply(int row, const QString &replyHex)
+void ParameterBatch::showReply(int row, const QByteArray &bytes)
 {
     if (row < 0 || row >= batchTable->rowCount())
         return;
     const QSignalBlocker blocker(batchTable);
     setCell(row, RealColumn,
-            decodeValue(replyHex, text(row, HexColumn), text(row, UnitColumn), text(row, MinColumn),
+            decodeValue(hexText(bytes), text(row, HexColumn), text(row, UnitColumn), text(row, MinColumn),
                         text(row, MaxColumn)));
     widenColumns(row);
 }

@@ -58,9 +58,8 @@ public:
     void fillRow(int row, const QStringList &pageCells);
     // Corrects the spelling of a row's code; the row is not filled anew.
     void spellCode(int row, const QString &code);
-    // Shows a reply, given as the hexadecimal text of its data bytes, beside the value. A row that is not
-    // there is passed over.
-    void showReply(int row, const QString &replyHex);
+    // Shows the data bytes of a reply beside the value. A row that is not there is passed over.
+    void showReply(int row, const QByteArray &bytes);
 
     QString text(int row, Column column) const;
     bool isTicked(int row) const;

@@ -5,9 +5,7 @@
 #include "catalogue/parametercode.h"
 #include "files/wholefile.h"
 #include "parameter/parameterbatch.h"
-#include "parameter/parameterframes.h"
 #include "parameter/parametertable.h"
-#include "widgets/heldprogressdialog.h"
 #include "widgets/messages.h"
 
 #include <QAction>
@@ -17,9 +15,6 @@
 #include <QTableWidget>
 
 namespace {
-
-// Shared by all editors of the process, and kept when a read ends with a time-out.
-quint16 batchReadProgress = 0;
 
 // The row of a page that holds the code, or -1. Where several rows have its number, as a mistyped code of the
 // catalogue makes them, the one that is spelt like it goes first.
@@ -145,52 +140,20 @@ void ParameterEditor::Csv_ValueChangedSlot(int row, int col)
 
 void ParameterEditor::readParaCsvSlot()
 {
-    readQueue.append(batch->codes());
-    batchReadTotal = readQueue.size();
-    requestState = StateReadBatch;
-    sendNextBatchRead();
-}
-
-void ParameterEditor::sendNextBatchRead()
-{
-    if (readQueue.isEmpty()) {
-        replyTimer.stop();
-        progressDialog->close();
-        showMessage(tr("Parameters reading completed"));
-        batchReadProgress = 0;
-        return;
-    }
-    replyTimer.start();
-    showProgress(tr("Reading..."), batchReadTotal);
-    progressDialog->showValue(++batchReadProgress);
-    const QString code = readQueue.first();
-    send(parameterReadFrame(code, isRegisterPair(code)));
-}
-
-void ParameterEditor::takeBatchReply(const QByteArray &reply)
-{
-    if (readQueue.isEmpty())
-        return;
-    // What an earlier read has left in the queue comes before the first row and is shown nowhere.
-    batch->showReply(batch->table()->rowCount() - readQueue.size(), replyData(reply));
-    readQueue.removeFirst();
-    sendNextBatchRead();
+    transfer->readBatch(batch->codes());
 }
 
 void ParameterEditor::writeCsvSlot()
 {
-    requestState = StateWritePage;
-    writeQueue.clear();
-    const QList<QStringList> records = batch->writeRecords();
-    for (const QStringList &record : records) {
+    QList<QStringList> records;
+    const QList<QStringList> listed = batch->writeRecords();
+    for (const QStringList &record : listed) {
         // A list from a file may have lost its marks, or names reserved rows in the other language.
         const PageRow found = pageRowOf(pages, record.first());
         if (!found.page || !found.page->isLeftOutOfWrites(found.row))
-            writeQueue.append(record);
+            records.append(record);
     }
-    writeTotal = writeQueue.size();
-    batchWriteFlag = true;
-    sendNextWrite();
+    transfer->writeBatch(records);
 }
 
 void ParameterEditor::saveCsvSlot()

@@ -6,8 +6,9 @@
 #include "parameter/parameterpagelist.h"
 #include "parameter/parametersymbols.h"
 #include "parameter/parametertable.h"
+#include "parameter/parametertransfer.h"
 #include "settings/settingskeys.h"
-#include "widgets/heldprogressdialog.h"
+#include "widgets/runprogressdialog.h"
 #include "widgets/sunkenlabel.h"
 
 #include <QHBoxLayout>
@@ -41,7 +42,8 @@ void ParameterEditor::buildWindow()
     layout->addWidget(note);
     setWidget(content);
 
-    progressDialog = new HeldProgressDialog(this);
+    progressDialog = new RunProgressDialog(this);
+    connect(progressDialog, &RunProgressDialog::endRequested, transfer, &ParameterTransfer::cancel);
 }
 
 QToolBar *ParameterEditor::buildToolBar()

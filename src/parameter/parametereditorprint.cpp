@@ -5,7 +5,7 @@
 #include "files/pdffile.h"
 #include "parameter/parameterprint.h"
 #include "parameter/parametertable.h"
-#include "widgets/heldprogressdialog.h"
+#include "widgets/runprogressdialog.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -75,7 +75,7 @@ void ParameterEditor::addPdfMenu(QToolBar *bar, QAction *print)
 void ParameterEditor::showTransformProgress()
 {
     if (!transformDialog)
-        transformDialog = new HeldProgressDialog(this);
+        transformDialog = new RunProgressDialog(this);
     transformDialog->setLabelText(tr("transform..."));
     transformDialog->setWindowTitle(tr("transform"));
     transformDialog->setRange(0, pages.size());
@@ -85,7 +85,7 @@ void ParameterEditor::showTransformProgress()
 void ParameterEditor::finishTransformProgress()
 {
     transformDialog->showValue(pages.size());
-    transformDialog->close();
+    transformDialog->finish();
 }
 
 // Takes the texts as they stand in the tables; the drive is not asked. False when it is under way already,
@@ -128,7 +128,7 @@ void ParameterEditor::doPrintPreviewSlot()
     connect(&preview, &QPrintPreviewDialog::paintRequested, this, &ParameterEditor::printPreviewSlot);
     const QPointer<ParameterEditor> alive(this);
     preview.exec();
-    // The preview closes the dialog as it paints; a preview that never did must not leave it in the way.
+    // The preview ends the dialog as it paints; a preview that never did must not leave it in the way.
     if (alive)
         finishTransformProgress();
 }

@@ -150,12 +150,12 @@ bool ParameterTable::isLeftOutOfWrites(int row) const
     return text(row, ReadOnlyColumn) == readOnlyMark || text(row, DescriptionColumn) == tr("Reserved");
 }
 
-void ParameterTable::showReply(int number, const QString &replyHex)
+void ParameterTable::showReply(int number, const QByteArray &bytes)
 {
     for (int row = 0; row < rowCount(); ++row) {
         if (code(row).midRef(4, 2).toInt() != number)
             continue;
-        const QString value = decodeValue(replyHex, text(row, HexColumn), text(row, UnitColumn),
+        const QString value = decodeValue(hexText(bytes), text(row, HexColumn), text(row, UnitColumn),
                                           text(row, MinColumn), text(row, MaxColumn));
         QTableWidgetItem *const cell = item(row, ValueColumn);
         cell->setText(value);

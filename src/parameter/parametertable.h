@@ -35,9 +35,9 @@ public:
     // Appends a catalogue row; values as ReadXmlThread delivers them.
     void addRow(const QStringList &values);
 
-    // Shows a reply, given as the hexadecimal text of its data bytes, in every row with this number in the
+    // Shows the data bytes of a reply in every row with this number in the
     // group (0 to 99).
-    void showReply(int number, const QString &replyHex);
+    void showReply(int number, const QByteArray &bytes);
 
     // Sets the colour of every Value cell back to black.
     void resetValueColours();

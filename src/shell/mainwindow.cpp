@@ -173,6 +173,7 @@ QWidget *MainWindow::createParameterEditor()
     auto *editor = new ParameterEditor;
     connect(editor, qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort), serialPort,
             &SerialPort::writeSlot);
+    connect(editor, &ParameterEditor::withdrawRequests, serialPort, &SerialPort::withdraw);
     connect(serialPort, &SerialPort::handleBaseParameter, editor, &ParameterEditor::handleBaseParameter);
     connect(editor, &ParameterEditor::windowStateChanged, this, &MainWindow::subwindowStateChanged);
     connect(editor, &ParameterEditor::subWindowClosed, this, &MainWindow::hidePrintAct);
