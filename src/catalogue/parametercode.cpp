@@ -15,13 +15,7 @@ namespace {
 constexpr int registersPerGroup = 100;
 constexpr int shortCodeLength = 6;
 
-const QLatin1String hexPrefix("0x");
 const QLatin1String zeroOffsetUnit("6.03mv"); // its point is no scale
-
-bool hasPoint(const QString &text)
-{
-    return text.contains(QLatin1Char('.'));
-}
 
 bool isHundredths(const QString &unit, const QString &min, const QString &max)
 {
@@ -58,9 +52,19 @@ qint32 truncated(double value)
 
 } // namespace
 
+bool hasPoint(const QString &text)
+{
+    return text.contains(QLatin1Char('.'));
+}
+
+int numberInGroup(const QString &code)
+{
+    return code.midRef(4, 2).toInt();
+}
+
 int registerOf(const QString &code)
 {
-    return code.midRef(3, 1).toInt(nullptr, 16) * registersPerGroup + code.midRef(4, 2).toInt();
+    return code.midRef(3, 1).toInt(nullptr, 16) * registersPerGroup + numberInGroup(code);
 }
 
 ParameterPlace placeOfOffset(int offset)

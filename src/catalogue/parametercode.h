@@ -11,6 +11,9 @@
 // The group is 100 registers wide, so Pn-A04 is 1004. Whatever text stands in the code is taken as it is.
 int registerOf(const QString &code);
 
+// The number of a code within its group: characters 4 and 5, read in decimal.
+int numberInGroup(const QString &code);
+
 // Where a reply belongs: the group and the number within it of a register offset.
 struct ParameterPlace
 {
@@ -25,6 +28,12 @@ QString shortCode(const QString &code);
 // The code as the catalogue spells it, for a text whose characters 3 to 5 name a group and a number; any
 // other text comes back as it is. By it the register's width is looked up.
 QString catalogueSpelling(const QString &code);
+
+// What a hexadecimal text begins with.
+constexpr QLatin1String hexPrefix("0x");
+
+// True for a number with a fraction.
+bool hasPoint(const QString &text);
 
 // "0x" and the four digits of a register.
 constexpr int hexTextLength = 6;

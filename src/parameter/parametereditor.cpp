@@ -9,33 +9,36 @@
 #include "link/linkstate.h"
 #include "link/windownames.h"
 #include "parameter/parameterbatch.h"
+#include "parameter/parameterbatchcontrol.h"
+#include "parameter/parameterfiledialogs.h"
+#include "parameter/parameterlegend.h"
 #include "parameter/parameterpagelist.h"
+#include "parameter/parameterprintcontrol.h"
 #include "parameter/parametertable.h"
-#include "parameter/parametertransfer.h"
+#include "parameter/parametertoolbar.h"
 #include "settings/settingskeys.h"
 #include "widgets/messages.h"
+#include "widgets/pictures.h"
 #include "widgets/runprogressdialog.h"
+#include "widgets/sunkenlabel.h"
 
 #include <QCloseEvent>
+#include <QLabel>
 #include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
+#include <QToolBar>
+#include <QVBoxLayout>
 
 ParameterEditor::ParameterEditor(QWidget *parent)
     : QScrollArea(parent)
 {
     for (int i = 0; i < parameterGroupCount; ++i)
         pageCodeLists.append(QStringList());
-    transfer =
-        new ParameterTransfer(readDoubleAddressList(QStringLiteral(":/config/config/address.txt")), this);
-    connect(transfer, &ParameterTransfer::frameReady, this,
-            [this](const QByteArray &frame) { emit writeToSerialPort(frame, editorLinkName); });
-    connect(transfer, &ParameterTransfer::withdrawn, this, [this] { emit withdrawRequests(editorLinkName); });
-    connect(transfer, &ParameterTransfer::answered, this, &ParameterEditor::showAnswer);
-    connect(transfer, &ParameterTransfer::progress, this, &ParameterEditor::showProgress);
-    connect(transfer, &ParameterTransfer::ended, this, &ParameterEditor::finishTransfer);
+    buildTransfer();
     buildWindow();
-    buildBatchWindow();
+    batch = std::make_unique<ParameterBatchControl>(pages, transfer);
+    print = new ParameterPrintControl(pages, this);
     loadCatalogue();
 }
 
@@ -50,6 +53,73 @@ QString ParameterEditor::title()
     return tr("Parameter Editor");
 }
 
+void ParameterEditor::buildTransfer()
+{
+    transfer =
+        new ParameterTransfer(readDoubleAddressList(QStringLiteral(":/config/config/address.txt")), this);
+    connect(transfer, &ParameterTransfer::frameReady, this,
+            [this](const QByteArray &frame) { emit writeToSerialPort(frame, editorLinkName); });
+    connect(transfer, &ParameterTransfer::withdrawn, this, [this] { emit withdrawRequests(editorLinkName); });
+    connect(transfer, &ParameterTransfer::answered, this, &ParameterEditor::showAnswer);
+    connect(transfer, &ParameterTransfer::progress, this, &ParameterEditor::showProgress);
+    connect(transfer, &ParameterTransfer::ended, this, &ParameterEditor::finishTransfer);
+}
+
+void ParameterEditor::buildWindow()
+{
+    setWindowTitle(title());
+    setWindowIcon(QIcon(logoPicture));
+    resize(700, 1000);
+    setWidgetResizable(true);
+
+    auto *note = new SunkenLabel(
+        tr("Note: Double-click the Value can be call out the Parameter Setting Helper"), QString(), 10);
+    note->setStyleSheet(QStringLiteral("color:red;"));
+    QFont noteFont = note->font();
+    noteFont.setBold(true);
+    note->setFont(noteFont);
+
+    auto *content = new QWidget;
+    auto *layout = new QVBoxLayout(content);
+    layout->setSpacing(0);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(makeParameterToolBar(this));
+    layout->addWidget(buildPages(), 9);
+    layout->addWidget(new ParameterLegend);
+    layout->addWidget(note);
+    setWidget(content);
+
+    progressDialog = new RunProgressDialog(this);
+    connect(progressDialog, &RunProgressDialog::endRequested, transfer, &ParameterTransfer::cancel);
+}
+
+QSplitter *ParameterEditor::buildPages()
+{
+    pageList = new ParameterPageList;
+    pageStack = new QStackedWidget;
+    QList<ParameterTable *> tables;
+    for (int i = 0; i < parameterGroupCount; ++i) {
+        auto *page = new ParameterTable;
+        connect(page, &ParameterTable::writeCurrentValue, this,
+                &ParameterEditor::writeCurrentParameterToServo);
+        connect(page, &ParameterTable::readCurrentVlue, this, &ParameterEditor::readCurrentParameter);
+        tables.append(page);
+        pageStack->addWidget(page);
+    }
+    pages = ParameterPages(tables);
+    connect(pageList, &QListWidget::currentRowChanged, this, &ParameterEditor::listWidgetcurrentRowChanged);
+    connect(pageList, &QListWidget::clicked, this, &ParameterEditor::listWidgetClicked);
+
+    splitter = new QSplitter;
+    splitter->addWidget(pageList);
+    splitter->addWidget(pageStack);
+    splitter->setStretchFactor(1, 10);
+    QSettings settings(settingsFile, QSettings::IniFormat);
+    settings.beginGroup(settingskey::splitterSizes);
+    splitter->restoreState(settings.value(settingskey::splitterSizes).toByteArray());
+    return splitter;
+}
+
 void ParameterEditor::loadCatalogue()
 {
     readXmlThread = new ReadXmlThread(this);
@@ -60,7 +130,7 @@ void ParameterEditor::loadCatalogue()
 
 void ParameterEditor::readXml(int index, QStringList values, QStringList description)
 {
-    if (index < 0 || index >= pages.size())
+    if (index < 0 || index >= pages.count())
         return;
     pages.at(index)->rowDescriptions.append(description);
     pages.at(index)->addRow(values);
@@ -94,8 +164,7 @@ void ParameterEditor::handleBaseParameter(QByteArray b)
 void ParameterEditor::showAnswer(int offset, const QByteArray &bytes)
 {
     if (transfer->state() == ParameterTransfer::StateReadBatch) {
-        // What an earlier read has left in the queue comes before the first row and is shown nowhere.
-        batch->showReply(batch->table()->rowCount() - transfer->readsLeft(), bytes);
+        batch->showReply(transfer->readsLeft(), bytes);
         return;
     }
     const ParameterPlace place = placeOfOffset(offset);
@@ -121,7 +190,7 @@ void ParameterEditor::showProgress(int value, int total)
     if (progressDialog->isHidden()) {
         progressDialog->setRange(0, total + 1);
         progressDialog->setLabelText(transfer->isWriting() ? tr("Writing...") : tr("Reading..."));
-        progressDialog->showOver(transfer->isBatchRun() ? static_cast<QWidget *>(batch.get()) : this);
+        progressDialog->showOver(transfer->isBatchRun() ? static_cast<QWidget *>(batch->window()) : this);
     }
     progressDialog->showValue(value);
 }
@@ -138,14 +207,7 @@ void ParameterEditor::readPageSlt()
 
 void ParameterEditor::writePageSlt()
 {
-    QList<QStringList> records;
-    for (const ParameterTable *page : qAsConst(pages)) {
-        for (int row = 0; row < page->rowCount(); ++row) {
-            if (!page->isLeftOutOfWrites(row))
-                records.append(page->writeRecord(row));
-        }
-    }
-    transfer->writePages(records);
+    transfer->writePages(pages.writeRecords());
 }
 
 void ParameterEditor::readRAM(QByteArray)
@@ -166,8 +228,7 @@ void ParameterEditor::finishTransfer(ParameterTransfer::End end)
         showMessage(tr("Parameters reading completed"));
         break;
     case ParameterTransfer::End::WriteDone:
-        for (ParameterTable *page : qAsConst(pages))
-            page->resetValueColours();
+        pages.resetValueColours();
         showMessage(tr("Parameters writing completed"));
         break;
     case ParameterTransfer::End::BatchWriteDone:
@@ -183,6 +244,86 @@ void ParameterEditor::finishTransfer(ParameterTransfer::End end)
     case ParameterTransfer::End::Cancelled:
         break;
     }
+}
+
+void ParameterEditor::saveParameters()
+{
+    saveParameterFile(pages, this);
+}
+
+void ParameterEditor::openExistParameter()
+{
+    openParameterFile(pages, this);
+}
+
+void ParameterEditor::editParaSlot()
+{
+    batch->window()->bringToFront();
+}
+
+void ParameterEditor::openCsvSlot()
+{
+    batch->openFile();
+}
+
+void ParameterEditor::saveCsvSlot()
+{
+    batch->saveFile();
+}
+
+void ParameterEditor::readParaCsvSlot()
+{
+    batch->readAll();
+}
+
+void ParameterEditor::writeCsvSlot()
+{
+    batch->writeTicked();
+}
+
+void ParameterEditor::newRowSlot()
+{
+    batch->newRow();
+}
+
+void ParameterEditor::deleteRowSlot()
+{
+    batch->deleteRow();
+}
+
+void ParameterEditor::selectAllSlot()
+{
+    batch->tickAll(true);
+}
+
+void ParameterEditor::deselectAllSlot()
+{
+    batch->tickAll(false);
+}
+
+void ParameterEditor::Csv_DoubleClickedSlot(int, int col)
+{
+    batch->beginEditing(col);
+}
+
+void ParameterEditor::Csv_ValueChangedSlot(int row, int col)
+{
+    batch->takeChange(row, col);
+}
+
+void ParameterEditor::doPrintPreviewSlot()
+{
+    print->preview();
+}
+
+void ParameterEditor::printPreviewSlot(QPrinter *printer)
+{
+    print->paint(printer);
+}
+
+void ParameterEditor::createPDFSlot()
+{
+    print->createPdf();
 }
 
 void ParameterEditor::changeEvent(QEvent *event)

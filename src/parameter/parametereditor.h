@@ -3,6 +3,7 @@
 // thread; a sub-window of MainWindow that deletes itself on close.
 #pragma once
 
+#include "parameter/parameterpages.h"
 #include "parameter/parametertransfer.h"
 
 #include <QByteArray>
@@ -13,15 +14,12 @@
 
 #include <memory>
 
-class ParameterBatch;
+class ParameterBatchControl;
 class ParameterPageList;
-class ParameterTable;
-class QAction;
+class ParameterPrintControl;
 class QPrinter;
 class QSplitter;
 class QStackedWidget;
-class QTextEdit;
-class QToolBar;
 class ReadXmlThread;
 class RunProgressDialog;
 
@@ -87,34 +85,23 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void buildTransfer();
     void buildWindow();
-    QToolBar *buildToolBar();
-    void addPdfMenu(QToolBar *bar, QAction *print);
     QSplitter *buildPages();
-    QWidget *buildLegend();
-    void buildBatchWindow();
     void loadCatalogue();
-    bool transformPages();
-    void showTransformProgress();
-    void finishTransformProgress();
-    bool mayReplace(const QString &fileName, const QString &title);
-
     void showAnswer(int offset, const QByteArray &bytes);
     void showProgress(int value, int total);
     void finishTransfer(ParameterTransfer::End end);
 
-    QList<ParameterTable *> pages; // one a group
+    ParameterPages pages; // one a group
     ParameterPageList *pageList = nullptr;
     QStackedWidget *pageStack = nullptr;
     QSplitter *splitter = nullptr;
     QList<QStringList> pageCodeLists; // full codes of each group, as the catalogue writes them
     ReadXmlThread *readXmlThread = nullptr;
-    std::unique_ptr<ParameterBatch> batch;
-
     ParameterTransfer *transfer = nullptr;
     RunProgressDialog *progressDialog = nullptr;
-    QTextEdit *printText = nullptr; // never shown; holds the last printout
-    RunProgressDialog *transformDialog = nullptr;
-    bool isTransforming = false;
+    ParameterPrintControl *print = nullptr;
+    std::unique_ptr<ParameterBatchControl> batch;
     bool isClosing = false; // the MDI area still reports a state after a maximized window has gone
 };

@@ -3,6 +3,8 @@
 // sends, a file saves and a printout shows. Main thread; owned by ParameterEditor.
 #pragma once
 
+#include "parameter/parameterrow.h"
+
 #include <QList>
 #include <QStringList>
 #include <QTableWidget>
@@ -15,19 +17,17 @@ class ParameterTable : public QTableWidget
     Q_OBJECT
 
 public:
+    // The code of a row stands in the vertical head, so a column is one less than the place in a row's texts.
     enum Column {
-        ReadOnlyColumn,
-        ServoOffColumn,
-        RepowerColumn,
-        VolatileColumn,
-        HexColumn,
-        ValueColumn,
-        UnitColumn,
-        MinColumn,
-        MaxColumn,
-        DefaultColumn,
-        DescriptionColumn,
-        ColumnCount
+        ReadOnlyColumn = ReadOnlyValue - 1,
+        HexColumn = HexValue - 1,
+        ValueColumn = TextValue - 1,
+        UnitColumn = UnitValue - 1,
+        MinColumn = MinValue - 1,
+        MaxColumn = MaxValue - 1,
+        DefaultColumn = DefaultValue - 1,
+        DescriptionColumn = NameValue - 1,
+        ColumnCount = RowValueCount - 1
     };
 
     explicit ParameterTable(QWidget *parent = nullptr);
@@ -42,12 +42,8 @@ public:
     // Sets the colour of every Value cell back to black.
     void resetValueColours();
 
-    // Code, H mark, value, unit, min and max of a row: the form in which a parameter travels.
-    QStringList writeRecord(int row) const;
-
-    // True for a row that a page write leaves out: read-only, or named as reserved.
-    bool isLeftOutOfWrites(int row) const;
-
+    // The texts of a row, its code first.
+    QStringList rowTexts(int row) const;
     QString code(int row) const;
     QString text(int row, Column column) const;
 
@@ -76,7 +72,6 @@ private:
     void buildCornerButton();
     void paintCornerButton();
     bool offersNoWrite(int row) const;
-    bool isOnlineOrTell() const;
 
     int currentRow = -1;  // row of the last double-click
     QVector<int> rowCell; // row and column of the last context menu

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The printed document and its pages, from plain rows.
 #include "parameter/parameterprint.h"
+#include "parameter/printedpages.h"
 #include "support/testdirectory.h"
 
 #include <QFile>
@@ -76,7 +77,7 @@ public:
         image.setDotsPerMeterY(qRound(resolution / 0.0254));
         image.fill(Qt::white);
     }
-    QImage painted(const ParameterPages &pages, int page) const
+    QImage painted(const PrintedPages &pages, int page) const
     {
         QImage result = image;
         QPainter painter(&result);
@@ -326,7 +327,7 @@ void ParameterPrintTest::noRowIsCutThrough()
     QImage device(1, 1, QImage::Format_RGB32);
     device.setDotsPerMeterX(qRound(resolution / 0.0254));
     device.setDotsPerMeterY(qRound(resolution / 0.0254));
-    const ParameterPages pages(document, &device, QSizeF(width, height) * resolution);
+    const PrintedPages pages(document, &device, QSizeF(width, height) * resolution);
 
     QVERIFY(pages.count() > 3);
     qreal above = 0;
@@ -356,7 +357,7 @@ void ParameterPrintTest::columnsLineUpOnAllPages()
     fill(&document, someRows(150));
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int column = 0; column < 12; ++column) {
         const QRectF head = pages.cellRect(0, column);
         if (column > 0)
@@ -389,7 +390,7 @@ void ParameterPrintTest::codesAndLimitsStayOnOneLine()
     fill(&document, someRows(2));
     const Sheet sheet(width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     // The second row has a name of one line.
     const qreal oneLine = pages.textRect(2, 11).height();
     QVERIFY(pages.textRect(1, 11).height() > 1.5 * oneLine);
@@ -403,7 +404,7 @@ void ParameterPrintTest::nameTakesTheWidestColumn()
     fill(&document, someRows(2));
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int column = 0; column < 11; ++column)
         QVERIFY(pages.cellRect(1, column).width() < pages.cellRect(1, 11).width());
     for (int column = 1; column <= 5; ++column)
@@ -416,7 +417,7 @@ void ParameterPrintTest::narrowPaperGetsASmallerTable()
     fill(&document, someRows(40));
     const Sheet sheet(4.1, 5.8, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int page = 0; page < pages.count(); ++page) {
         const QRectF table = pages.tableRect(page);
         QVERIFY(table.left() >= margin * 96 - 4);
@@ -437,7 +438,7 @@ void ParameterPrintTest::headStandsOnEveryPage()
     fill(&document, rows);
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     QVERIFY(pages.count() > 2);
     for (int page = 0; page < pages.count(); ++page) {
         const QImage image = sheet.painted(pages, page);
@@ -462,7 +463,7 @@ void ParameterPrintTest::tableIsClosedOnEveryPage()
     fill(&document, someRows(100));
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int page = 0; page < pages.count(); ++page) {
         const QImage image = sheet.painted(pages, page);
         const QRectF table = pages.tableRect(page);
@@ -488,7 +489,7 @@ void ParameterPrintTest::nothingIsPaintedOutsideTheTable()
     fill(&document, rows);
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int page = 1; page < pages.count(); ++page) {
         const QImage image = sheet.painted(pages, page);
         const QRectF table = pages.tableRect(page).adjusted(-1, -1, 1, 1);
@@ -509,7 +510,7 @@ void ParameterPrintTest::pagesAreNumbered()
     fill(&document, someRows(100));
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     const QRect foot(0, qRound((a4Height - margin) * 96) + 3, qRound(sheet.size.width()),
                      qRound(margin * 96) - 4);
     QList<QImage> feet;
@@ -529,7 +530,7 @@ void ParameterPrintTest::emptyTableIsOnePage()
     fill(&document, {});
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     QCOMPARE(pages.count(), 1);
     QCOMPARE(pages.tableRect(0).bottom(), pages.cellRect(0, 0).bottom());
     QVERIFY(dotsOf(sheet.painted(pages, 0), pages.tableRect(0), isInk) > 100);
