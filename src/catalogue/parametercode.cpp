@@ -84,9 +84,13 @@ QString shortCode(const QString &code)
 
 QString catalogueSpelling(const QString &code)
 {
-    static const QRegularExpression form(QStringLiteral("^.{3}([0-9A-Fa-f][0-9]{2})"));
-    const QRegularExpressionMatch match = form.match(code);
-    return match.hasMatch() ? QLatin1String("Pn-") + match.captured(1).toUpper() : code;
+    static const QRegularExpression form(QStringLiteral("^.{3}([0-9A-Fa-f])([0-9]{2}|[0-9]$)"));
+    const QString trimmed = code.trimmed();
+    const QRegularExpressionMatch match = form.match(trimmed);
+    if (!match.hasMatch())
+        return trimmed;
+    return QLatin1String("Pn-") + match.captured(1).toUpper() +
+           match.captured(2).rightJustified(2, QLatin1Char('0'));
 }
 
 QString filledUpHex(QString text)

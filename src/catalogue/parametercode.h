@@ -25,8 +25,9 @@ ParameterPlace placeOfOffset(int offset);
 // The first six characters, by which a row and its register are named; of a pair, the first code.
 QString shortCode(const QString &code);
 
-// The code as the catalogue spells it, for a text whose characters 3 to 5 name a group and a number; any
-// other text comes back as it is. By it the register's width is looked up.
+// The code as the catalogue spells it, for a text whose characters 3 to 5 name a group and a number, which
+// may have one digit where the text ends behind it; any other text as it is. Blanks around it do not count.
+// By it the register's width is looked up.
 QString catalogueSpelling(const QString &code);
 
 // What a hexadecimal text begins with.

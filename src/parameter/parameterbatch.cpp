@@ -259,6 +259,11 @@ bool ParameterBatch::isTicked(int row) const
     return batchTable->item(row, CodeColumn)->checkState() == Qt::Checked;
 }
 
+bool ParameterBatch::isUnknown(int row) const
+{
+    return text(row, DescriptionColumn) == unknown;
+}
+
 QStringList ParameterBatch::codes() const
 {
     QStringList all;

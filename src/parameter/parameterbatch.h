@@ -61,6 +61,8 @@ public:
 
     QString text(int row, Column column) const;
     bool isTicked(int row) const;
+    // True for a row that was filled without a page's row.
+    bool isUnknown(int row) const;
     // Codes of all rows, ticked or not.
     QStringList codes() const;
     // The texts of a row, its code first, without what the drive holds.

@@ -87,10 +87,10 @@ void ParameterBatchControl::takeChange(int row, int column)
     QObject::disconnect(valueChange);
     if (column != ParameterBatch::CodeColumn)
         return;
-    const QString code = catalogueSpelling(batch->text(row, ParameterBatch::CodeColumn));
+    const QString typed = batch->text(row, ParameterBatch::CodeColumn).trimmed();
+    const QString code = catalogueSpelling(typed);
     const ParameterPages::Place place = pages.find(code);
-    if (place.isValid())
-        batch->spellCode(row, code);
+    batch->spellCode(row, place.isValid() ? code : typed);
     batch->fillRow(row, pages.rowTexts(place));
 }
 
@@ -105,18 +105,32 @@ void ParameterBatchControl::showReply(int readsLeft, const QByteArray &bytes)
     batch->showReply(batch->table()->rowCount() - readsLeft, bytes);
 }
 
+// A list from a file may have lost its marks, or names reserved rows in the other language, so the page is
+// asked too.
+bool ParameterBatchControl::isWritten(int row) const
+{
+    const QStringList texts = batch->rowTexts(row);
+    if (!batch->isTicked(row) || isLeftOutOfWrites(texts))
+        return false;
+    const QString code = shortCode(texts.value(CodeValue));
+    const ParameterPages::Place place = pages.find(code);
+    if (batch->isUnknown(row) || !place.isValid()) {
+        // Deliberate: a code of no page is written as it stands. One that names nothing, but whose characters
+        // make the register of a parameter, would overwrite that one.
+        return !pages.holdRegisterOf(code);
+    }
+    return !isLeftOutOfWrites(pages.rowTexts(place));
+}
+
 void ParameterBatchControl::writeTicked()
 {
     QList<QStringList> records;
     for (int row = 0; row < batch->table()->rowCount(); ++row) {
-        const QStringList texts = batch->rowTexts(row);
-        if (!batch->isTicked(row) || isLeftOutOfWrites(texts))
+        if (!isWritten(row))
             continue;
-        QStringList record = writeRecord(texts);
+        QStringList record = writeRecord(batch->rowTexts(row));
         record.first() = shortCode(record.first());
-        // A list from a file may have lost its marks, or names reserved rows in the other language.
-        if (!isLeftOutOfWrites(pages.rowTexts(pages.find(record.first()))))
-            records.append(record);
+        records.append(record);
     }
     transfer->writeBatch(records);
 }
@@ -145,10 +159,11 @@ void ParameterBatchControl::openFile()
     if (name.isEmpty())
         return;
     const auto contents = readWholeFile(name);
-    if (!contents) {
+    const auto rows = contents ? readBatchFile(*contents) : std::nullopt;
+    if (!rows) {
         showMessage(ParameterEditor::tr("Open file failed!"));
         return;
     }
-    batch->setRows(readBatchFile(*contents));
+    batch->setRows(*rows);
     batch->bringToFront();
 }

@@ -38,6 +38,7 @@ public:
 
 private:
     void addTools();
+    bool isWritten(int row) const;
 
     ParameterPages pages;
     ParameterTransfer *const transfer;

@@ -108,8 +108,14 @@ void ParameterCodeTest::codeIsSpeltAsInTheCatalogue_data()
                                << "Pn-A0x";
     QTest::newRow("no group") << "Pn-G00"
                               << "Pn-G00";
-    QTest::newRow("too short") << "Pn-A0"
-                               << "Pn-A0";
+    QTest::newRow("one digit") << "Pn-A4"
+                               << "Pn-A04";
+    QTest::newRow("one digit and a letter") << "Pn-A4x"
+                                            << "Pn-A4x";
+    QTest::newRow("blanks around") << " Pn-A4 "
+                                   << "Pn-A04";
+    QTest::newRow("too short") << "Pn-A"
+                               << "Pn-A";
     QTest::newRow("empty") << ""
                            << "";
 }

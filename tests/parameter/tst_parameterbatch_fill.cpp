@@ -151,7 +151,7 @@ void ParameterBatchFillTest::codeOfNoPageGivesF_data()
     QTest::newRow("group that is no digit") << "Pn-G00";
     QTest::newRow("number that is none") << "Pn-1x1";
     QTest::newRow("number with a sign") << "Pn-0-7";
-    QTest::newRow("too short") << "Pn-10";
+    QTest::newRow("too short") << "Pn-1";
     QTest::newRow("empty") << "";
     QTest::newRow("digits of another script") << QString::fromUtf8("Pn-1١١");
 }
@@ -195,8 +195,16 @@ void ParameterBatchFillTest::codeIsSpeltAsOnThePage_data()
                                         << "Pn-A04";
     QTest::newRow("another prefix") << "xx-A04"
                                     << "Pn-A04";
+    QTest::newRow("one digit") << "Pn-08"
+                               << "Pn-008";
+    QTest::newRow("one digit, zero") << "Pn-10"
+                                     << "Pn-100";
+    QTest::newRow("blanks around") << " Pn-08 "
+                                   << "Pn-008";
     QTest::newRow("no page") << "pn-c00"
                              << "pn-c00";
+    QTest::newRow("no page, blanks around") << " pn-c00 "
+                                            << "pn-c00";
 }
 
 void ParameterBatchFillTest::codeIsSpeltAsOnThePage()
