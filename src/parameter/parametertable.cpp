@@ -3,6 +3,7 @@
 
 #include "catalogue/parametercode.h"
 #include "parameter/offlinenotice.h"
+#include "parameter/parameterheader.h"
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametersymbols.h"
 
@@ -48,6 +49,7 @@ ParameterTable::ParameterTable(QWidget *parent)
 
 void ParameterTable::buildHeaders()
 {
+    setHorizontalHeader(new ParameterHeader(ValueColumn, this));
     const auto symbols = parameterSymbols();
     for (int column = 0; column < parameterSymbolCount; ++column) {
         const ParameterSymbol &symbol = symbols.at(column);
