@@ -10,8 +10,6 @@ namespace {
 
 constexpr qreal textSize = 8;       // points
 constexpr int longestUnbroken = 16; // characters of a value that is kept on one line
-constexpr int longestWord = 24;     // characters; the catalogue's longest fits
-constexpr int wordPiece = 12;       // characters
 
 // The same in both languages.
 const QString heading = QStringLiteral("<font size = \"9\" color = \"#000000\">KT500 Servo Parameter</font>");
@@ -42,29 +40,6 @@ QList<QTextCharFormat> columnFormats()
         mark.setForeground(symbols.at(i).colour);
     }
     return formats;
-}
-
-// A value from a foreign file may be one endless word; it gets places where a line may end, which do not
-// show.
-QString breakable(const QString &text)
-{
-    const QChar breakPlace(0x200B);
-    QString result;
-    int wordStart = 0;
-    for (int i = 0; i <= text.size(); ++i) {
-        if (i < text.size() && !text.at(i).isSpace())
-            continue;
-        const int length = i - wordStart;
-        for (int j = 0; j < length; ++j) {
-            if (length > longestWord && j > 0 && j % wordPiece == 0)
-                result.append(breakPlace);
-            result.append(text.at(wordStart + j));
-        }
-        if (i < text.size())
-            result.append(text.at(i));
-        wordStart = i + 1;
-    }
-    return result;
 }
 
 } // namespace
@@ -113,7 +88,7 @@ void ParameterPrint::fillRow(int row, const QStringList &texts)
 {
     const bool isHead = row == 0;
     for (int column = 0; column < columnCount; ++column) {
-        const QString text = breakable(texts.value(column));
+        const QString text = texts.value(column);
         QTextCharFormat format = formats.at(column);
         if (isHead)
             format.setFontWeight(QFont::Bold);

@@ -7,14 +7,17 @@
 #include "parameter/printedpages.h"
 #include "widgets/runprogressdialog.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QScreen>
 #include <QTextEdit>
 
 namespace {
@@ -35,6 +38,17 @@ QMessageBox::StandardButton answerOf(QMessageBox::Icon icon, const QString &titl
     return static_cast<QMessageBox::StandardButton>(answer);
 }
 
+// Nine tenths of the screen, the page as wide as there is room.
+void showLarge(QPrintPreviewDialog *dialog)
+{
+    const QScreen *const screen = QGuiApplication::primaryScreen();
+    if (screen)
+        dialog->resize(screen->availableSize() * 0.9);
+    // By its action, so that the button shows it.
+    if (auto *const fit = dialog->findChild<QAction *>(QStringLiteral("fitWidthAction")))
+        fit->trigger();
+}
+
 } // namespace
 
 ParameterPrintControl::ParameterPrintControl(ParameterPages editorPages, QWidget *editorWindow)
@@ -46,8 +60,13 @@ ParameterPrintControl::ParameterPrintControl(ParameterPages editorPages, QWidget
 
 void ParameterPrintControl::showProgress()
 {
-    if (!progressDialog)
+    if (!progressDialog) {
         progressDialog = new RunProgressDialog(window);
+        connect(progressDialog, &RunProgressDialog::endRequested, this, [this] {
+            isCancelled = true;
+            progressDialog->finish();
+        });
+    }
     progressDialog->setLabelText(ParameterEditor::tr("transform..."));
     progressDialog->setWindowTitle(ParameterEditor::tr("transform"));
     progressDialog->setRange(0, pages.count());
@@ -61,12 +80,13 @@ void ParameterPrintControl::finishProgress()
 }
 
 // Takes the texts as they stand in the tables; the drive is not asked. False when it is under way already,
-// for events run in between, and when one of them has closed the editor.
+// for events run in between, and when one of them has closed the editor or the user has ended it.
 bool ParameterPrintControl::transform()
 {
     if (isTransforming)
         return false;
     isTransforming = true;
+    isCancelled = false;
     showProgress();
     if (!printText) {
         printText = new QTextEdit(window);
@@ -82,11 +102,13 @@ bool ParameterPrintControl::transform()
         QCoreApplication::processEvents();
         if (!alive)
             return false;
+        if (isCancelled)
+            break;
     }
     print.finish();
     printText->setAlignment(Qt::AlignCenter);
     isTransforming = false;
-    return true;
+    return !isCancelled;
 }
 
 void ParameterPrintControl::preview()
@@ -96,6 +118,7 @@ void ParameterPrintControl::preview()
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(documentName);
     QPrintPreviewDialog dialog(&printer);
+    showLarge(&dialog);
     dialog.setWindowFlags(dialog.windowFlags() & Qt::WindowMaximizeButtonHint);
     connect(&dialog, &QPrintPreviewDialog::paintRequested, this, &ParameterPrintControl::paint);
     const QPointer<ParameterPrintControl> alive(this);

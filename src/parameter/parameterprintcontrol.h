@@ -37,4 +37,5 @@ private:
     QTextEdit *printText = nullptr; // never shown; holds the last printout
     RunProgressDialog *progressDialog = nullptr;
     bool isTransforming = false;
+    bool isCancelled = false; // by Escape or by closing the progress dialog
 };

@@ -7,11 +7,15 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPrinter>
+#include <QRegularExpression>
 #include <QScreen>
+#include <QTextBlock>
+#include <QTextCursor>
 #include <QTextDocument>
 #include <QTextTable>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace {
@@ -20,6 +24,12 @@ constexpr qreal lineThickness = 0.6; // points
 constexpr qreal marginWidth = 20;    // mm
 constexpr qreal mmPerInch = 25.4;
 constexpr qreal pointsPerInch = 72;
+
+constexpr int longestWord = 24; // characters; the catalogue's longest fits
+constexpr int wordPiece = 12;   // characters
+constexpr int smallRest = 2;    // rows that are no page of their own
+// Of the cells, to pull such a rest in; the document's own is the first to be tried.
+constexpr std::array<qreal, 3> tighterPaddings{{2.25, 2, 1.75}};
 
 const QColor lineColour(0x80, 0x80, 0x80);
 
@@ -30,6 +40,25 @@ qreal documentResolution()
     if (!screen || QCoreApplication::testAttribute(Qt::AA_Use96Dpi))
         return 96;
     return std::round(screen->logicalDotsPerInchY());
+}
+
+// A value from a foreign file may be one endless word: it gets places where a line may end, which do not
+// show.
+void makeBreakable(QTextBlock block)
+{
+    static const QRegularExpression longWord(QStringLiteral("\\S{%1,}").arg(longestWord + 1));
+    const QString text = block.text();
+    QVector<int> places;
+    for (auto words = longWord.globalMatch(text); words.hasNext();) {
+        const QRegularExpressionMatch word = words.next();
+        for (int place = wordPiece; place < word.capturedLength(); place += wordPiece)
+            places.prepend(word.capturedStart() + place);
+    }
+    QTextCursor cursor(block);
+    for (const int place : qAsConst(places)) {
+        cursor.setPosition(block.position() + place);
+        cursor.insertText(QString(QChar(0x200B)));
+    }
 }
 
 } // namespace
@@ -49,35 +78,79 @@ QVector<qreal> pageStarts(const QVector<qreal> &rowEnds, qreal start, qreal firs
     return starts;
 }
 
-PrintedPages::PrintedPages(const QTextDocument &document, QPaintDevice *device, QSizeF pageSize)
+PrintedPages::PrintedPages(const QTextDocument &document, QPaintDevice *paintDevice, QSizeF pageSize)
     : laidOut(document.clone())
+    , device(paintDevice)
     , paperSize(pageSize)
 {
     table = qobject_cast<QTextTable *>(laidOut->rootFrame()->childFrames().first());
+    QTextCursor edit(laidOut.get());
+    edit.beginEditBlock();
+    for (QTextBlock block = laidOut->begin(); block.isValid(); block = block.next()) {
+        if (block.length() > longestWord)
+            makeBreakable(block);
+    }
     // The lines are painted here, where the page breaks are known.
     QTextTableFormat format = table->format();
     format.setBorder(0);
+    format.setWidth(QTextLength(QTextLength::PercentageLength, 100));
     table->setFormat(format);
+    edit.endEditBlock();
     laidOut->documentLayout()->setPaintDevice(device);
-    layOut(device, 1);
-    const qreal available = layoutSize.width() - 2 * margin;
-    const qreal needed = columns.last() - columns.first();
-    // Whole pixels make a table that fits a little wider or narrower than its page.
-    if (available > 0 && needed > available + margin / 10)
-        layOut(device, needed / available);
+    fitOn(ParameterPrint::cellPadding);
+    pullInRest();
+}
+
+// Lays the table out, smaller than it would be where the paper is too narrow for it.
+void PrintedPages::fitOn(qreal cellPadding)
+{
+    QTextTableFormat format = table->format();
+    format.setCellPadding(cellPadding);
+    table->setFormat(format);
+    qreal enlargement = 1;
+    layOut(enlargement);
+    // Whole pixels make a table that fits a little wider or narrower than its page, and no other again as
+    // wide as was reckoned.
+    for (const qreal tolerance : {margin / 10, margin / 30, margin / 30}) {
+        const qreal available = layoutSize.width() - 2 * margin;
+        const qreal needed = columns.last() - columns.first();
+        if (available <= 0 || needed <= available + tolerance)
+            break;
+        enlargement *= needed / available;
+        layOut(enlargement);
+    }
     cutIntoPages();
+}
+
+// A last page of a row or two is none where slightly lower rows take it in.
+void PrintedPages::pullInRest()
+{
+    const int before = count();
+    if (before < 2 || rowsOnLastPage() > smallRest)
+        return;
+    for (const qreal tighter : tighterPaddings) {
+        fitOn(tighter);
+        if (count() < before)
+            return;
+    }
+    fitOn(ParameterPrint::cellPadding);
+}
+
+int PrintedPages::rowsOnLastPage() const
+{
+    return int(std::count_if(rows.begin(), rows.end(), [this](qreal y) { return y > starts.last(); }));
 }
 
 PrintedPages::~PrintedPages() = default;
 
 // The layout would cut rows of two lines at a page break, so it gets one long sheet.
-void PrintedPages::layOut(QPaintDevice *device, qreal enlargement)
+void PrintedPages::layOut(qreal enlargement)
 {
     shrinking = 1 / enlargement;
     layoutSize = paperSize * enlargement;
     const qreal toDevice = device->logicalDpiY() / documentResolution();
     margin = enlargement * marginWidth / mmPerInch * device->logicalDpiY();
-    padding = ParameterPrint::cellPadding * toDevice;
+    padding = table->format().cellPadding() * toDevice;
     lineWidth = lineThickness / pointsPerInch * device->logicalDpiY();
     QTextFrameFormat format = laidOut->rootFrame()->frameFormat();
     format.setMargin(margin / toDevice);
@@ -144,8 +217,8 @@ void PrintedPages::paint(QPainter *painter, int page) const
         paintPart(painter, starts.at(page), endOf(page), shiftOf(page));
     }
     paintLines(painter, page);
-    painter->restore();
     paintNumber(painter, page);
+    painter->restore();
 }
 
 void PrintedPages::paintPart(QPainter *painter, qreal top, qreal bottom, qreal shift) const
@@ -188,7 +261,7 @@ void PrintedPages::paintNumber(QPainter *painter, int page) const
     painter->save();
     painter->setFont(laidOut->defaultFont());
     painter->setPen(Qt::black);
-    painter->drawText(shrunk(place), Qt::AlignRight | Qt::AlignTop,
+    painter->drawText(place, Qt::AlignRight | Qt::AlignTop,
                       QStringLiteral("%1 / %2").arg(page + 1).arg(count()));
     painter->restore();
 }

@@ -26,8 +26,9 @@ class PrintedPages
 {
 public:
     // document is one that ParameterPrint has filled. pageSize is the paintable area of one sheet; a margin
-    // of 2 cm is kept inside it. On paper too narrow for the table everything becomes smaller.
-    PrintedPages(const QTextDocument &document, QPaintDevice *device, QSizeF pageSize);
+    // of 2 cm is kept inside it, and the table is as wide as that leaves. On paper too narrow for it
+    // everything becomes smaller; rows become slightly lower where that saves a last page of a row or two.
+    PrintedPages(const QTextDocument &document, QPaintDevice *paintDevice, QSizeF pageSize);
     ~PrintedPages();
     Q_DISABLE_COPY_MOVE(PrintedPages)
 
@@ -44,7 +45,10 @@ public:
     QRectF tableRect(int page) const;
 
 private:
-    void layOut(QPaintDevice *device, qreal enlargement);
+    void fitOn(qreal cellPadding);
+    void pullInRest();
+    int rowsOnLastPage() const;
+    void layOut(qreal enlargement);
     void measureTable();
     void cutIntoPages();
     void paintPart(QPainter *painter, qreal top, qreal bottom, qreal shift) const;
@@ -59,6 +63,7 @@ private:
 
     std::unique_ptr<QTextDocument> laidOut;
     QTextTable *table = nullptr; // of laidOut
+    QPaintDevice *const device;
     QSizeF paperSize;
     qreal shrinking = 1;
     // The rest is in pixels of the document, larger than the device's where everything is shrunk.

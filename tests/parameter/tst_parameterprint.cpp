@@ -126,8 +126,14 @@ private slots:
     void marksKeepTheirColours();
     void shortRowLeavesCellsEmpty();
     void nextPrintoutReplacesTheLast();
-    void endlessWordCanBeBroken_data();
-    void endlessWordCanBeBroken();
+    void documentHoldsTheTextsAsTheyAre_data();
+    void documentHoldsTheTextsAsTheyAre();
+    void endlessWordIsBrokenOnPaper_data();
+    void endlessWordIsBrokenOnPaper();
+    void tableTakesTheWidthOfThePaper_data();
+    void tableTakesTheWidthOfThePaper();
+    void pageNumberBecomesSmallerWithTheTable();
+    void smallRestIsPulledIn();
     void rowsAreCutIntoPages_data();
     void rowsAreCutIntoPages();
     void noRowIsCutThrough_data();
@@ -248,33 +254,120 @@ void ParameterPrintTest::nextPrintoutReplacesTheLast()
     QCOMPARE(document.toPlainText().count(QStringLiteral("KT500 Servo Parameter")), 1);
 }
 
-void ParameterPrintTest::endlessWordCanBeBroken_data()
+void ParameterPrintTest::documentHoldsTheTextsAsTheyAre_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("printed");
-
-    const QString piece(12, QLatin1Char('x'));
-    const QString gap(QChar(0x200B));
-    QTest::newRow("nothing") << QString() << QString();
-    QTest::newRow("words") << "two words"
-                           << "two words";
-    QTest::newRow("as long as a word may be") << piece + piece << piece + piece;
-    QTest::newRow("one more") << piece + piece + "x" << piece + gap + piece + gap + "x";
-    QTest::newRow("between words") << "a " + piece + piece + piece + " b"
-                                   << "a " + piece + gap + piece + gap + piece + " b";
-    QTest::newRow("two of them") << piece + piece + "x " + piece + piece + "y"
-                                 << piece + gap + piece + gap + "x " + piece + gap + piece + gap + "y";
+    QTest::newRow("nothing") << QString();
+    QTest::newRow("words") << "two words";
+    QTest::newRow("endless word") << QString(60, QLatin1Char('x'));
+    QTest::newRow("endless words") << QString(60, QLatin1Char('x')) + " " + QString(25, QLatin1Char('y'));
 }
 
-void ParameterPrintTest::endlessWordCanBeBroken()
+void ParameterPrintTest::documentHoldsTheTextsAsTheyAre()
 {
     QFETCH(const QString, text);
-    QFETCH(const QString, printed);
     QStringList row = someRows(1).first();
     row[6] = text;
     QTextDocument document;
     fill(&document, {row});
-    QCOMPARE(cellText(*tableOf(document), 1, 6), printed);
+    const Sheet sheet(a4Width, a4Height, 96);
+    QImage device = sheet.image;
+    const PrintedPages pages(document, &device, sheet.size);
+    QCOMPARE(cellText(*tableOf(document), 1, 6), text);
+}
+
+void ParameterPrintTest::endlessWordIsBrokenOnPaper_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<bool>("broken");
+    QTest::newRow("as long as a word may be") << 24 << false;
+    QTest::newRow("one more") << 25 << true;
+    QTest::newRow("endless") << 200 << true;
+}
+
+void ParameterPrintTest::endlessWordIsBrokenOnPaper()
+{
+    QFETCH(const int, length);
+    QFETCH(const bool, broken);
+    QList<QStringList> rows = someRows(2);
+    rows[0][6] = QString(length, QLatin1Char('8'));
+    QTextDocument document;
+    fill(&document, rows);
+    const Sheet sheet(a4Width, a4Height, 96);
+    QImage device = sheet.image;
+    const PrintedPages pages(document, &device, sheet.size);
+    const qreal oneLine = pages.textRect(2, 6).height();
+    QCOMPARE(pages.textRect(1, 6).height() > 1.5 * oneLine, broken);
+}
+
+void ParameterPrintTest::tableTakesTheWidthOfThePaper_data()
+{
+    QTest::addColumn<qreal>("width");
+    QTest::addColumn<qreal>("height");
+    QTest::newRow("portrait") << a4Width << a4Height;
+    QTest::newRow("landscape") << a4Height << a4Width;
+    QTest::newRow("A3 landscape") << 16.5 << a4Height;
+}
+
+void ParameterPrintTest::tableTakesTheWidthOfThePaper()
+{
+    QFETCH(const qreal, width);
+    QFETCH(const qreal, height);
+    QTextDocument document;
+    fill(&document, someRows(10));
+    const Sheet sheet(width, height, 96);
+    QImage device = sheet.image;
+    const PrintedPages pages(document, &device, sheet.size);
+    const QRectF table = pages.tableRect(0);
+    QVERIFY2(qAbs(table.left() - margin * 96) < 8, qPrintable(QString::number(table.left())));
+    QVERIFY2(qAbs(table.right() - (width - margin) * 96) < 8, qPrintable(QString::number(table.right())));
+}
+
+void ParameterPrintTest::pageNumberBecomesSmallerWithTheTable()
+{
+    QTextDocument document;
+    fill(&document, someRows(40));
+    const auto numberHeight = [&document](qreal width, qreal height) {
+        const Sheet sheet(width, height, 96);
+        QImage device = sheet.image;
+        const PrintedPages pages(document, &device, sheet.size);
+        const QImage image = sheet.painted(pages, 0);
+        const int top = qRound((height - margin) * 96) + 2;
+        int rows = 0;
+        for (int y = top; y < image.height(); ++y)
+            rows += dotsOf(image, QRectF(0, y, image.width(), 0.5), isInk) > 0 ? 1 : 0;
+        return rows;
+    };
+    const int usual = numberHeight(a4Width, a4Height);
+    const int small = numberHeight(4.1, 5.8);
+    QVERIFY2(small > 0 && small < 0.8 * usual, qPrintable(QStringLiteral("%1 of %2").arg(small).arg(usual)));
+}
+
+void ParameterPrintTest::smallRestIsPulledIn()
+{
+    const Sheet sheet(a4Width, a4Height, 96);
+    QImage device = sheet.image;
+    bool wasTightened = false;
+    int countBefore = 0;
+    qreal heightBefore = 0;
+    for (int count = 50; count < 100; ++count) {
+        QTextDocument document;
+        fill(&document, someRows(count));
+        const PrintedPages pages(document, &device, sheet.size);
+        int rest = 0;
+        for (int row = 1; row <= count; ++row)
+            rest += pages.pageOfRow(row) == pages.count() - 1 ? 1 : 0;
+        QVERIFY2(rest > 2, qPrintable(QStringLiteral("%1 rows, %2 left").arg(count).arg(rest)));
+        const qreal height = pages.cellRect(2, 0).height();
+        if (heightBefore > 0 && height < heightBefore) {
+            wasTightened = true;
+            QCOMPARE(pages.count(), countBefore);
+            QVERIFY(height > 0.85 * heightBefore);
+        }
+        countBefore = pages.count();
+        heightBefore = height;
+    }
+    QVERIFY(wasTightened);
 }
 
 void ParameterPrintTest::rowsAreCutIntoPages_data()
