@@ -17,6 +17,7 @@
 #include "parameter/parametertable.h"
 #include "parameter/parametertoolbar.h"
 #include "settings/settingskeys.h"
+#include "widgets/drawingpace.h"
 #include "widgets/messages.h"
 #include "widgets/pictures.h"
 #include "widgets/runprogressdialog.h"
@@ -78,6 +79,7 @@ void ParameterEditor::buildWindow()
     QFont noteFont = note->font();
     noteFont.setBold(true);
     note->setFont(noteFont);
+    note->setWordWrap(true);
 
     auto *content = new QWidget;
     auto *layout = new QVBoxLayout(content);
@@ -97,6 +99,7 @@ QSplitter *ParameterEditor::buildPages()
 {
     pageList = new ParameterPageList;
     pageStack = new QStackedWidget;
+    pagePace = new DrawingPace(pageStack);
     QList<ParameterTable *> tables;
     for (int i = 0; i < parameterGroupCount; ++i) {
         auto *page = new ParameterTable;
@@ -170,8 +173,10 @@ void ParameterEditor::showAnswer(int offset, const QByteArray &bytes)
     const ParameterPlace place = placeOfOffset(offset);
     if (place.group < 0)
         return;
-    if (transfer->state() == ParameterTransfer::StateReadPage)
+    if (transfer->state() == ParameterTransfer::StateReadPage && pageList->currentRow() != place.group + 1) {
+        pagePace->touch();
         pageList->setCurrentRow(place.group + 1);
+    }
     pages.at(place.group)->showReply(place.number, bytes);
 }
 

@@ -14,6 +14,7 @@
 
 #include <memory>
 
+class DrawingPace;
 class ParameterBatchControl;
 class ParameterPageList;
 class ParameterPrintControl;
@@ -96,6 +97,7 @@ private:
     ParameterPages pages; // one a group
     ParameterPageList *pageList = nullptr;
     QStackedWidget *pageStack = nullptr;
+    DrawingPace *pagePace = nullptr; // of the pages that a read turns over
     QSplitter *splitter = nullptr;
     QList<QStringList> pageCodeLists; // full codes of each group, as the catalogue writes them
     ReadXmlThread *readXmlThread = nullptr;

@@ -20,6 +20,8 @@ ParameterLegend::ParameterLegend(QWidget *parent)
         mark->setAlignment(Qt::AlignCenter);
         mark->setStyleSheet(QStringLiteral("color:%1").arg(symbol.colour.name()));
         row->addWidget(mark);
-        row->addWidget(new SunkenLabel(symbol.legend, QString(), 9), 1);
+        auto *const text = new SunkenLabel(symbol.legend, QString(), 9);
+        text->setWordWrap(true); // else the row would make a narrow window scroll
+        row->addWidget(text, 1);
     }
 }

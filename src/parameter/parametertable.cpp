@@ -6,8 +6,10 @@
 #include "parameter/parameterheader.h"
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametersymbols.h"
+#include "widgets/drawingpace.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMenu>
@@ -37,6 +39,9 @@ ParameterTable::ParameterTable(QWidget *parent)
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     buildHeaders();
     buildCornerButton();
+    drawingTimer.setSingleShot(true);
+    drawingTimer.setInterval(drawingInterval);
+    connect(&drawingTimer, &QTimer::timeout, this, &ParameterTable::drawChangedCells);
 
     menu = new QMenu(this);
     readAction = new QAction(tr("Read Current Parameter"), this);
@@ -118,6 +123,8 @@ void ParameterTable::addRow(const QStringList &values)
     for (int column = ValueColumn; column < ColumnCount; ++column) {
         auto *cell = new QTableWidgetItem(values.value(valuePlaces.at(column - ValueColumn)));
         cell->setTextAlignment(Qt::AlignCenter);
+        if (column == DescriptionColumn)
+            cell->setToolTip(cell->text()); // the column takes what is left, and may cut it short
         setItem(row, column, cell);
     }
     setRowHeight(row, pixelsPerRow);
@@ -235,6 +242,29 @@ void ParameterTable::writeParams()
     const QStringList record = writeRecord(rowTexts(row));
     item(row, ValueColumn)->setForeground(Qt::black);
     emit writeCurrentValue(record, false);
+}
+
+// Cells that change one after another are drawn together, 25 times a second: each drawing would hold up the
+// next request of a page read.
+void ParameterTable::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                                 const QVector<int> &roles)
+{
+    if (topLeft != bottomRight || !isVisible() || QAccessible::isActive() || !drawingTimer.isActive()) {
+        QTableWidget::dataChanged(topLeft, bottomRight, roles);
+        drawingTimer.start();
+    } else {
+        undrawnCells.append({topLeft.row(), topLeft.column()});
+    }
+}
+
+void ParameterTable::drawChangedCells()
+{
+    if (undrawnCells.isEmpty())
+        return;
+    for (const auto &cell : qAsConst(undrawnCells))
+        update(model()->index(cell.first, cell.second));
+    undrawnCells.clear();
+    drawingTimer.start();
 }
 
 bool ParameterTable::eventFilter(QObject *object, QEvent *event)

@@ -8,6 +8,8 @@
 #include <QList>
 #include <QStringList>
 #include <QTableWidget>
+#include <QTimer>
+#include <QVector>
 
 class QAbstractButton;
 class QMenu;
@@ -67,14 +69,21 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
 
+protected slots:
+    void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                     const QVector<int> &roles = QVector<int>()) override;
+
 private:
     void buildHeaders();
     void buildCornerButton();
     void paintCornerButton();
     bool offersNoWrite(int row) const;
+    void drawChangedCells();
 
-    int currentRow = -1;  // row of the last double-click
-    QVector<int> rowCell; // row and column of the last context menu
+    QTimer drawingTimer;                   // runs while changed cells wait to be drawn together
+    QVector<QPair<int, int>> undrawnCells; // row and column
+    int currentRow = -1;                   // row of the last double-click
+    QVector<int> rowCell;                  // row and column of the last context menu
     QMenu *menu = nullptr;
     QAction *readAction = nullptr;
     QAction *writeAction = nullptr;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "widgets/runprogressdialog.h"
 
+#include "widgets/drawingpace.h"
+
 #include <QCloseEvent>
 #include <QProgressBar>
 #include <QWindow>
@@ -11,6 +13,7 @@ RunProgressDialog::RunProgressDialog(QWidget *parent)
     setModal(true);
     progressBar = new QProgressBar;
     setBar(progressBar);
+    pace = new DrawingPace(progressBar);
     // By its text, and not by the button: a dialog whose text was never set gets a new button when the
     // language changes.
     setCancelButtonText(QString());
@@ -33,6 +36,7 @@ void RunProgressDialog::showOver(QWidget *window)
 
 void RunProgressDialog::showValue(int value)
 {
+    pace->touch();
     progressBar->setValue(value);
 }
 

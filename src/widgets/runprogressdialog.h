@@ -5,6 +5,7 @@
 
 #include <QProgressDialog>
 
+class DrawingPace;
 class QProgressBar;
 
 class RunProgressDialog : public QProgressDialog
@@ -36,4 +37,5 @@ protected:
 
 private:
     QProgressBar *progressBar = nullptr;
+    DrawingPace *pace = nullptr; // of the bar
 };

@@ -418,6 +418,19 @@ void ParameterCodeTest::textIsEncoded_data()
                                 << "0.01ms"
                                 << "0.10"
                                 << "100.00" << hex("0032");
+    // For this code alone a unit of tenths is no factor of ten by itself: its limits decide.
+    QTest::newRow("tenths of the one exception") << "Pn-638"
+                                                 << ""
+                                                 << "0.50"
+                                                 << "0.1ms"
+                                                 << "0.00"
+                                                 << "100.00" << hex("0032");
+    QTest::newRow("tenths of its neighbour") << "Pn-637"
+                                             << ""
+                                             << "0.50"
+                                             << "0.1ms"
+                                             << "0.00"
+                                             << "100.00" << hex("0005");
     QTest::newRow("hundredths by the limits") << "Pn-601"
                                               << ""
                                               << "1.25"

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/eventcount.h"
+#include "widgets/drawingpace.h"
 #include "widgets/indicationlable.h"
 #include "widgets/labelgrop.h"
 #include "widgets/newcombox.h"
@@ -35,6 +37,7 @@ private slots:
     void runProgressDialogNeverShowsItself();
     void runProgressDialogGetsNoButtonWithAnotherLanguage();
     void runProgressDialogStandsOverItsWindow();
+    void pacedWidgetIsDrawnTogether();
 };
 
 void SmallWidgetsTest::markerFollowsThePosition_data()
@@ -250,6 +253,28 @@ void SmallWidgetsTest::runProgressDialogStandsOverItsWindow()
         QVERIFY((dialog.geometry().center() - middle).manhattanLength() <= 4);
         dialog.finish();
     }
+}
+
+void SmallWidgetsTest::pacedWidgetIsDrawnTogether()
+{
+    QWidget widget;
+    widget.resize(50, 50);
+    widget.show();
+    QCoreApplication::processEvents();
+    const EventCount drawn(&widget, QEvent::Paint);
+    DrawingPace pace(&widget);
+    const auto change = [&] {
+        pace.touch();
+        widget.update();
+        QCoreApplication::sendPostedEvents();
+    };
+    change();
+    QCOMPARE(drawn.count, 1);
+    for (int i = 0; i < 10; ++i)
+        change();
+    QCOMPARE(drawn.count, 1);
+    QTRY_COMPARE(drawn.count, 2);
+    QVERIFY(widget.updatesEnabled());
 }
 
 QTEST_MAIN(SmallWidgetsTest)
