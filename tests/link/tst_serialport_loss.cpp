@@ -53,12 +53,6 @@ class SerialPortLossTest : public QObject
 private slots:
     void init();
     void driveThatNeverAnswersIsToldOnceThenTriedSilently();
-    void twentyTimeoutsGiveTheLinkUp_data();
-    void twentyTimeoutsGiveTheLinkUp();
-    void answerStartsTheCountOfTimeoutsAnew();
-    void runningScopeWithoutDataGivesTheLinkUp();
-    void streamChunkStartsTheScopesCountAnew();
-    void idleLinkIsNeverGivenUp();
     void lostLinkComesBackAndServesItsQueue();
     void nextFailureIsToldAgain();
     void staleBytesAreDrainedWhileReconnecting();
@@ -72,10 +66,8 @@ private slots:
     void earlierPortWithoutManufacturerDoesNot();
     void hungUpDeviceDoesNotSpinWhenIdle();
     void hungUpDeviceIsGivenUpInMidTransferAndComesBack();
-    void shutdownEndsInATurn();
     void afterTheShutdownNothingIsOpenedAnyMore();
     void portOfADescriptionWithBracketsIsFound();
-    void destroyedWhileRunningEnds();
 };
 
 void SerialPortLossTest::init()
@@ -106,105 +98,6 @@ void SerialPortLossTest::driveThatNeverAnswersIsToldOnceThenTriedSilently()
     QVERIFY(SerialPort::reconnecting);
     QCOMPARE(failures.count(), 1);
     QCOMPARE(boxes.seen.size(), 1);
-}
-
-void SerialPortLossTest::twentyTimeoutsGiveTheLinkUp_data()
-{
-    QTest::addColumn<int>("baud");
-    QTest::addColumn<int>("atLeast"); // milliseconds
-    QTest::addColumn<int>("atMost");
-    QTest::newRow("RS-485, 20 x 50 ms") << rs485 << 950 << 5000;
-    QTest::newRow("USB, 50 ms and 19 x 1 ms") << usb << 60 << 900;
-}
-
-void SerialPortLossTest::twentyTimeoutsGiveTheLinkUp()
-{
-    QFETCH(int, baud);
-    QFETCH(int, atLeast);
-    QFETCH(int, atMost);
-    PtyPeer peer(
-        [](const QByteArray &request) { return request == probe ? answerAll(request) : QByteArray(); });
-    SerialPort port;
-    const SignalLog online(&port, &SerialPort::servoONOFFLine);
-    port.getPortName(peer.entry(), baud);
-    QTRY_VERIFY(online.count() >= 1);
-    QElapsedTimer clock;
-    clock.start();
-    port.writeSlot(readA, QStringLiteral("Editor"));
-    QVERIFY(port.wait(10000));
-    const qint64 elapsed = clock.elapsed();
-    QVERIFY(!SerialPort::portOpened);
-    QVERIFY2(elapsed >= atLeast && elapsed <= atMost, qPrintable(QString::number(elapsed)));
-    QTRY_COMPARE(peer.frames().count(readA), 20);
-    QTRY_VERIFY(online.count(false) >= 2);
-}
-
-void SerialPortLossTest::answerStartsTheCountOfTimeoutsAnew()
-{
-    // Twelve time-outs for each of three requests: more than twenty in all, never twenty in a row.
-    std::atomic<int> deafFor{0};
-    PtyPeer peer([&deafFor](const QByteArray &request) {
-        return request != probe && --deafFor >= 0 ? QByteArray() : answerAll(request);
-    });
-    SerialPort port;
-    const SignalLog replies(&port, &SerialPort::handleBaseParameter);
-    const SignalLog online(&port, &SerialPort::servoONOFFLine);
-    port.getPortName(peer.entry(), usb);
-    QTRY_VERIFY(online.count(true) >= 1);
-    for (int i = 1; i <= 3; ++i) {
-        deafFor = 12;
-        port.writeSlot(readA, QStringLiteral("Editor"));
-        QTRY_COMPARE(replies.count(), i);
-    }
-    QVERIFY(port.isRunning());
-    QVERIFY(peer.frames().count(readA) >= 3 * 13);
-}
-
-void SerialPortLossTest::streamChunkStartsTheScopesCountAnew()
-{
-    PtyPeer peer(answerAll);
-    SerialPort port;
-    const SignalLog chunks(&port, &SerialPort::handleParameterScope);
-    port.getPortName(peer.entry(), rs485);
-    QTRY_VERIFY(peer.frameCount() >= 1);
-    port.scopeIsRunning(true);
-    // A chunk every 600 ms: twelve time-outs of 50 ms between two, more than twenty in all.
-    for (int i = 1; i <= 3; ++i) {
-        QElapsedTimer silent;
-        silent.start();
-        QTRY_VERIFY(silent.elapsed() >= 600);
-        peer.write(wire::bytes("01140010100200010002000000000000"));
-        QTRY_COMPARE(chunks.count(), i);
-    }
-    QVERIFY(port.isRunning());
-    // And without any more of them the link is given up.
-    QVERIFY(port.wait(5000));
-}
-
-void SerialPortLossTest::runningScopeWithoutDataGivesTheLinkUp()
-{
-    PtyPeer peer(answerAll);
-    SerialPort port;
-    port.getPortName(peer.entry(), usb);
-    QTRY_VERIFY(peer.frameCount() >= 1);
-    port.scopeIsRunning(true);
-    QVERIFY(port.wait(5000));
-    QVERIFY(!SerialPort::portOpened);
-    QCOMPARE(peer.framesOnce(), QList<QByteArray>({probe}));
-}
-
-void SerialPortLossTest::idleLinkIsNeverGivenUp()
-{
-    PtyPeer peer(answerAll);
-    SerialPort port;
-    port.getPortName(peer.entry(), usb);
-    QTRY_VERIFY(peer.frameCount() >= 1);
-    QElapsedTimer idle;
-    idle.start();
-    // Some hundred idle turns.
-    QTRY_VERIFY(idle.elapsed() > 500);
-    QVERIFY(port.isRunning());
-    QVERIFY(SerialPort::portOpened);
 }
 
 void SerialPortLossTest::lostLinkComesBackAndServesItsQueue()
@@ -453,17 +346,6 @@ void SerialPortLossTest::hungUpDeviceIsGivenUpInMidTransferAndComesBack()
     QVERIFY(SerialPort::portOpened);
 }
 
-void SerialPortLossTest::shutdownEndsInATurn()
-{
-    PtyPeer peer;
-    SerialPort port;
-    port.getPortName(peer.entry(), rs485);
-    QTRY_VERIFY(peer.frameCount() > 0);
-    port.prepareShutdown();
-    port.quit();
-    QVERIFY(port.wait(1000));
-}
-
 void SerialPortLossTest::afterTheShutdownNothingIsOpenedAnyMore()
 {
     ModalAnswers boxes;
@@ -494,17 +376,6 @@ void SerialPortLossTest::portOfADescriptionWithBracketsIsFound()
     port.getPortName(QStringLiteral("Adapter (rev. 2) [A](%1)").arg(peer.path()), usb);
     QTRY_VERIFY(online.count(true) >= 1);
     QCOMPARE(peer.framesOnce(), QList<QByteArray>({probe}));
-}
-
-void SerialPortLossTest::destroyedWhileRunningEnds()
-{
-    PtyPeer peer(answerAll);
-    {
-        SerialPort port;
-        port.getPortName(peer.entry(), rs485);
-        QTRY_VERIFY(peer.frameCount() >= 1);
-    }
-    QVERIFY(!SerialPort::portOpened);
 }
 
 QTEST_MAIN(SerialPortLossTest)
