@@ -11,8 +11,8 @@ namespace {
 constexpr int replyWait = 50; // ms
 constexpr int shortWait = 1;  // ms: idle turns on USB, and after a scope frame
 constexpr int drainWait = 5;  // ms
-constexpr int idleWait =
-    100; // ms, when nothing is current and no stream is due: whatever is to be done wakes
+// Nothing is current and no stream is due: whatever there is to do ends the wait.
+constexpr int idleWait = 100;                       // ms
 constexpr std::chrono::milliseconds settleTime(20); // between the opening and the first frame
 // A line that is never silent can't keep a frame back for longer.
 constexpr std::chrono::milliseconds longestGap(50);

@@ -179,8 +179,8 @@ void SerialPortTimingTest::lineThatIsNeverSilentHoldsNoRequestForEver()
             std::this_thread::sleep_for(std::chrono::microseconds(500));
         }
     });
-    port.getPortName(peer.entry(), 9600);
-    const bool wasWritten = QTest::qWaitFor([&peer] { return peer.frameCount() > 0; });
+    port.getPortName(peer.entry(), 1200); // the gap lasts 29 ms
+    const bool wasWritten = QTest::qWaitFor([&peer] { return peer.frameCount() > 0; }, 2000);
     speaking = false;
     speaker.join();
     QVERIFY(wasWritten);
@@ -189,13 +189,15 @@ void SerialPortTimingTest::lineThatIsNeverSilentHoldsNoRequestForEver()
 void SerialPortTimingTest::twentyMillisecondsPassBeforeTheFirstFrame()
 {
     for (const int baud : {rs485, usb}) {
+        QElapsedTimer clock; // the peer's own starts with it
+        clock.start();
         PtyPeer peer(replyOf);
         SerialPort port;
-        QElapsedTimer clock;
-        clock.start();
+        const qint64 opened = clock.nsecsElapsed() / 1000;
         port.getPortName(peer.entry(), baud);
         QTRY_VERIFY(peer.frameCount() >= 1);
-        QVERIFY2(clock.elapsed() >= 20, qPrintable(QString::number(clock.elapsed())));
+        const qint64 passed = peer.requests().front().at - opened;
+        QVERIFY2(passed >= 19500, qPrintable(QString::number(passed)));
     }
 }
 
