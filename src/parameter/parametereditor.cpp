@@ -22,6 +22,7 @@
 #include "widgets/pictures.h"
 #include "widgets/runprogressdialog.h"
 #include "widgets/sunkenlabel.h"
+#include "widgets/windowstate.h"
 
 #include <QCloseEvent>
 #include <QLabel>
@@ -335,7 +336,7 @@ void ParameterEditor::changeEvent(QEvent *event)
 {
     QScrollArea::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange)
-        emit windowStateChanged(isMaximized() && !isClosing ? windowTitle() : QString());
+        emit windowStateChanged(reportedWindowState(this, isClosing));
 }
 
 void ParameterEditor::hideEvent(QHideEvent *event)

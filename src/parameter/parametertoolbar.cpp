@@ -2,6 +2,7 @@
 #include "parameter/parametertoolbar.h"
 
 #include "parameter/parametereditor.h"
+#include "widgets/toolicons.h"
 
 #include <QIcon>
 #include <QLabel>
@@ -64,6 +65,7 @@ QToolBar *makeParameterToolBar(ParameterEditor *editor)
     };
 
     auto *const bar = new QToolBar;
+    bar->setIconSize(toolIconSize);
     for (const Tool &tool : files)
         addTool(bar, tool, editor);
     bar->addSeparator();

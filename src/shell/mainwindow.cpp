@@ -4,11 +4,13 @@
 
 #include "link/communicationsetting.h"
 #include "link/serialport.h"
-#include "parameter/parametereditor.h"
 #include "settings/applanguage.h"
 #include "settings/settingskeys.h"
 #include "shell/externalprograms.h"
 #include "shell/windowarrangement.h"
+#include "shell/windowgeometry.h"
+#include "shell/workingwindows.h"
+#include "widgets/toolicons.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -25,7 +27,6 @@ namespace {
 
 constexpr int toolBarHeight = 26;       // pixels
 constexpr int toolBarRightMargin = 100; // pixels
-constexpr int indicatorSize = 20;       // pixels
 
 } // namespace
 
@@ -37,6 +38,8 @@ MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
     , translator(appTranslator)
 {
     ui->setupUi(this);
+    // The tool bar is fixed: nothing offers to hide it.
+    setContextMenuPolicy(Qt::NoContextMenu);
     ui->actionPrint->setVisible(false);
     setWindowTitle(shownTitle);
 
@@ -51,9 +54,10 @@ MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
 
     ui->ToolBar->setContentsMargins(0, 0, toolBarRightMargin, 0);
     ui->ToolBar->setFixedHeight(toolBarHeight);
+    ui->ToolBar->setIconSize(toolIconSize);
     onlineLabel = new QLabel;
     onlineLabel->setObjectName(QStringLiteral("onlineLabel"));
-    onlineLabel->setFixedSize(indicatorSize, indicatorSize);
+    onlineLabel->setFixedSize(toolIconSize);
     statusBar()->addPermanentWidget(onlineLabel);
 
     serialPort = new SerialPort(this);
@@ -61,6 +65,7 @@ MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
 
     QSettings settings(settingsFile, QSettings::IniFormat);
     restoreGeometry(settings.value(settingskey::geometry).toByteArray());
+    keepOnScreen(this);
     calcProcess = new QProcess(this);
 
     communicationDialog = new CommunicationSetting;
@@ -121,6 +126,11 @@ void MainWindow::changeCursor()
     QApplication::setOverrideCursor(Qt::ArrowCursor);
 }
 
+void MainWindow::showPrintAct()
+{
+    ui->actionPrint->setVisible(true);
+}
+
 void MainWindow::hidePrintAct()
 {
     ui->actionPrint->setVisible(false);
@@ -140,58 +150,38 @@ void MainWindow::subwindowStateChanged(QString title)
     setWindowTitle(shownTitle);
 }
 
-QMdiSubWindow *MainWindow::findSubWindow(const QString &title) const
+bool MainWindow::isInFront(const QWidget *widget) const
 {
-    const QList<QMdiSubWindow *> windows = mdiArea->subWindowList();
-    for (QMdiSubWindow *window : windows) {
-        if (window->windowTitle() == title)
-            return window;
-    }
-    return nullptr;
+    const QMdiSubWindow *const front = mdiArea->currentSubWindow();
+    return front && front->widget() == widget;
 }
 
-// The title is the key: there is one window of each kind at most.
-void MainWindow::openWorkingWindow(const WorkingWindow &kind)
+void MainWindow::openWorkingWindow(const char *className)
 {
-    if (QMdiSubWindow *const open = findSubWindow(kind.title)) {
+    if (QMdiSubWindow *const open = findSubWindow(mdiArea, className)) {
         mdiArea->setActiveSubWindow(open);
         return;
     }
-    QWidget *const widget = kind.create();
-    mdiArea->addSubWindow(widget)->setAttribute(Qt::WA_DeleteOnClose);
+    const WorkingWindow *const kind = findWorkingWindow(className);
+    QWidget *const widget = kind->create(serialPort);
+    QMdiSubWindow *const window = mdiArea->addSubWindow(widget);
+    window->setAttribute(Qt::WA_DeleteOnClose);
     widget->setAttribute(Qt::WA_DeleteOnClose);
     widget->show();
-    if (QMdiSubWindow *const window = findSubWindow(kind.title)) {
-        window->setWindowIcon(QIcon(kind.icon));
-        window->move(0, 0);
-        window->resize(kind.size());
-    }
-}
-
-QWidget *MainWindow::createParameterEditor()
-{
-    auto *editor = new ParameterEditor;
-    connect(editor, qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort), serialPort,
-            &SerialPort::writeSlot);
-    connect(editor, &ParameterEditor::withdrawRequests, serialPort, &SerialPort::withdraw);
-    connect(serialPort, &SerialPort::handleBaseParameter, editor, &ParameterEditor::handleBaseParameter);
-    connect(editor, &ParameterEditor::windowStateChanged, this, &MainWindow::subwindowStateChanged);
-    connect(editor, &ParameterEditor::subWindowClosed, this, &MainWindow::hidePrintAct);
-    connect(this, &MainWindow::doPrint, editor, [this, editor] {
-        // The command is meant for the window in front.
-        const QMdiSubWindow *const front = mdiArea->currentSubWindow();
-        if (front && front->widget() == editor)
-            editor->doPrintPreviewSlot();
-    });
-    ui->actionPrint->setVisible(true);
-    return editor;
+    kind->connectTo(widget, serialPort, this);
+    window->setWindowIcon(QIcon(QLatin1String(kind->icon)));
+    window->move(0, 0);
+    window->resize(kind->size(mdiArea->size()));
 }
 
 void MainWindow::on_actionParameter_Editor_triggered()
 {
-    openWorkingWindow({ParameterEditor::title(), QStringLiteral(":/pic/pic/Parameter.png"),
-                       [this] { return createParameterEditor(); },
-                       [this] { return QSize(int(mdiArea->width() * 0.9), int(mdiArea->height() * 0.9)); }});
+    openWorkingWindow(workingwindow::parameterEditor);
+}
+
+void MainWindow::on_actionGain_Tuning_triggered()
+{
+    openWorkingWindow(workingwindow::gainTuning);
 }
 
 void MainWindow::on_actionPrint_triggered()
@@ -270,7 +260,7 @@ bool MainWindow::eventFilter(QObject *object, QEvent *event)
 
 void MainWindow::closeTrialRunWindow()
 {
-    if (QMdiSubWindow *const window = findSubWindow(tr("Trial Run")))
+    if (QMdiSubWindow *const window = findSubWindow(mdiArea, workingwindow::trialRun))
         window->deleteLater();
 }
 
@@ -280,9 +270,10 @@ bool MainWindow::refusesToClose()
     QString text;
     const QList<QMdiSubWindow *> windows = mdiArea->subWindowList();
     for (const QMdiSubWindow *window : windows) {
-        if (window->windowTitle() == tr("Trial Run"))
+        const QWidget *const widget = window->widget();
+        if (widget && widget->inherits(workingwindow::trialRun))
             text = tr("Please close \"Trial Run\" window frist");
-        else if (window->windowTitle() == tr("Scope") && !scopeStopped)
+        else if (widget && widget->inherits(workingwindow::scope) && !scopeStopped)
             text = tr("Please close \"Scope\" window frist");
         if (!text.isEmpty())
             break;

@@ -6,14 +6,12 @@
 #include <QMainWindow>
 #include <QPixmap>
 
-#include <functional>
 #include <memory>
 #include <optional>
 
 class CommunicationSetting;
 class QLabel;
 class QMdiArea;
-class QMdiSubWindow;
 class QProcess;
 class QTranslator;
 class SerialPort;
@@ -34,8 +32,12 @@ public:
     explicit MainWindow(QTranslator *translator, QWidget *parent = nullptr);
     ~MainWindow() override;
 
-    // Placeholder of a menu entry that no menu shows yet.
+    // Belongs to an action that no menu shows; does nothing.
     void on_actionUser_Guide_triggered();
+
+    // True when the sub-window in front holds this widget: a command of the menu is meant for it alone.
+    bool isInFront(const QWidget *widget) const;
+    void showPrintAct();
 
 signals:
     void doPrint();
@@ -56,6 +58,7 @@ public slots:
     void on_actionEnglish_triggered();
     void on_actionCommunication_triggered();
     void on_actionParameter_Editor_triggered();
+    void on_actionGain_Tuning_triggered();
     void on_actionCascade_triggered();
     void on_actionTitle_Horizontally_triggered();
     void on_actionTitle_Vertically_triggered();
@@ -72,18 +75,8 @@ protected:
     bool eventFilter(QObject *object, QEvent *event) override;
 
 private:
-    // What the shell knows of a kind of working window.
-    struct WorkingWindow
-    {
-        QString title;
-        QString icon;
-        std::function<QWidget *()> create; // makes the widget and its connections
-        std::function<QSize()> size;
-    };
-
-    void openWorkingWindow(const WorkingWindow &kind);
-    QMdiSubWindow *findSubWindow(const QString &title) const;
-    QWidget *createParameterEditor();
+    // Makes the window of this class, or the one that is open the active one.
+    void openWorkingWindow(const char *className);
     bool refusesToClose();
     void saveSettings() const;
     void askForRestart();

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -27,6 +28,10 @@ private slots:
     void okClosesAndEndsSilentReconnection();
     void cancelEmitsNothing();
     void shownDialogKeepsItsSize();
+    void dialogComesInTheMiddleOfTheScreen();
+    void enterMeansOk();
+    void longPortNamesAreToldApart();
+    void combosOfTheGroupBeginAtOneX();
     void unreachableModeButtonsKeepTheirEffect();
 };
 
@@ -178,6 +183,63 @@ void CommunicationSettingTest::shownDialogKeepsItsSize()
     dialog.show();
     QCOMPARE(dialog.minimumSize(), dialog.size());
     QCOMPARE(dialog.maximumSize(), dialog.size());
+}
+
+void CommunicationSettingTest::dialogComesInTheMiddleOfTheScreen()
+{
+    CommunicationSetting dialog;
+    for (int i = 0; i < 2; ++i) {
+        dialog.move(3, 5);
+        dialog.show();
+        const QPoint off = dialog.pos() + dialog.rect().center() - dialog.screen()->geometry().center();
+        QVERIFY2(off.manhattanLength() <= 2, qPrintable(QString::number(off.manhattanLength())));
+        dialog.close();
+    }
+}
+
+void CommunicationSettingTest::enterMeansOk()
+{
+    CommunicationSetting dialog;
+    QSignalSpy spy(&dialog, &CommunicationSetting::setPortName);
+    dialog.show();
+    dialog.findChild<QComboBox *>(QStringLiteral("baudCombox"))->setFocus();
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QCOMPARE(spy.count(), 1);
+    QVERIFY(!dialog.isVisible());
+}
+
+void CommunicationSettingTest::longPortNamesAreToldApart()
+{
+    CommunicationSetting dialog;
+    dialog.show();
+    QComboBox *const ports = portsOf(dialog);
+    const QSize sizeBefore = dialog.size();
+    const QString first =
+        QStringLiteral("Brennic adapter, a name that is a good deal longer than the dialog");
+    for (const char *name : {"ttyUSB8", "ttyUSB9"})
+        addSerialPort({QLatin1String(name), first + first, QStringLiteral("Maker")});
+    click(dialog, "detectButton");
+    for (const char *name : {"ttyUSB8", "ttyUSB9"})
+        removeSerialPort(QLatin1String(name));
+    QCOMPARE(dialog.size(), sizeBefore);
+    const QString text = first + first + QStringLiteral("(ttyUSB9)");
+    QCOMPARE(ports->currentText(), text);
+    QVERIFY(ports->fontMetrics().horizontalAdvance(text) > ports->width());
+    QCOMPARE(ports->toolTip(), text);
+    QCOMPARE(ports->itemData(1, Qt::ToolTipRole).toString(), first + first + QStringLiteral("(ttyUSB8)"));
+    const QImage ninth = ports->grab().toImage();
+    ports->setCurrentIndex(1);
+    QVERIFY(ports->toolTip().endsWith(QLatin1String("(ttyUSB8)")));
+    QVERIFY(ports->grab().toImage() != ninth);
+}
+
+void CommunicationSettingTest::combosOfTheGroupBeginAtOneX()
+{
+    CommunicationSetting dialog;
+    dialog.show();
+    const auto *const bauds = dialog.findChild<QComboBox *>(QStringLiteral("baudCombox"));
+    QCOMPARE(portsOf(dialog)->x(), bauds->x());
+    QCOMPARE(portsOf(dialog)->width(), bauds->width());
 }
 
 void CommunicationSettingTest::unreachableModeButtonsKeepTheirEffect()

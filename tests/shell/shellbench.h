@@ -33,9 +33,9 @@ public:
         }
         return nullptr;
     }
-    QMdiSubWindow *addWindow(const QString &title) const
+    QMdiSubWindow *addWindow(const QString &title) const { return addWindow(new QLabel(title), title); }
+    QMdiSubWindow *addWindow(QWidget *widget, const QString &title) const
     {
-        auto *const widget = new QLabel(title);
         widget->setWindowTitle(title);
         QMdiSubWindow *const sub = area()->addSubWindow(widget);
         sub->setAttribute(Qt::WA_DeleteOnClose);

@@ -12,6 +12,17 @@
 #include <QSettings>
 #include <QTest>
 
+// The shell knows a window by its class.
+class TrialRun : public QWidget
+{
+    Q_OBJECT
+};
+
+class Scope : public QWidget
+{
+    Q_OBJECT
+};
+
 class MainWindowClosingTest : public QObject
 {
     Q_OBJECT
@@ -21,6 +32,7 @@ private slots:
     void closingIsRefusedWithATrialRun();
     void closingIsRefusedWhileTheScopeCaptures();
     void closingWithAnIdleScopeIsAllowed();
+    void titleAloneHoldsNothing();
     void trialRunWindowIsDeletedOnItsWish();
     void closingKeepsGeometryAndBlanksThePaths();
     void geometryIsRestored();
@@ -45,7 +57,7 @@ void MainWindowClosingTest::closingIsRefusedWithATrialRun()
 {
     ModalAnswers boxes;
     Shell shell;
-    shell.addWindow(QStringLiteral("Trial Run"));
+    shell.addWindow(new TrialRun, QStringLiteral("any title"));
     boxes.expect(QStringLiteral("Please close \"Trial Run\" window frist"));
     QVERIFY(!shell.window.close());
     QVERIFY(shell.window.isVisible());
@@ -60,7 +72,7 @@ void MainWindowClosingTest::closingIsRefusedWhileTheScopeCaptures()
 {
     ModalAnswers boxes;
     Shell shell;
-    shell.addWindow(QStringLiteral("Scope"));
+    shell.addWindow(new Scope, QStringLiteral("any title"));
     shell.window.scopeIsRunning(true);
     boxes.expect(QStringLiteral("Please close \"Scope\" window frist"));
     QVERIFY(!shell.window.close());
@@ -71,14 +83,24 @@ void MainWindowClosingTest::closingWithAnIdleScopeIsAllowed()
 {
     ModalAnswers boxes;
     Shell shell;
+    shell.addWindow(new Scope, QStringLiteral("any title"));
+    QVERIFY(shell.window.close());
+}
+
+void MainWindowClosingTest::titleAloneHoldsNothing()
+{
+    ModalAnswers boxes;
+    Shell shell;
+    shell.addWindow(QStringLiteral("Trial Run"));
     shell.addWindow(QStringLiteral("Scope"));
+    shell.window.scopeIsRunning(true);
     QVERIFY(shell.window.close());
 }
 
 void MainWindowClosingTest::trialRunWindowIsDeletedOnItsWish()
 {
     Shell shell;
-    const QPointer<QMdiSubWindow> trial = shell.addWindow(QStringLiteral("Trial Run"));
+    const QPointer<QMdiSubWindow> trial = shell.addWindow(new TrialRun, QStringLiteral("any title"));
     const QPointer<QMdiSubWindow> other = shell.addWindow(QStringLiteral("Other"));
     shell.window.closeTrialRunWindow();
     QTRY_VERIFY(!trial);

@@ -111,9 +111,10 @@ private slots:
     {
         const QString help = Console::help();
         for (const char *word :
-             {"noreply", "badcrc", "split",    "late",        "stale",    "exception", "silence", "hangup",
-              "garbage", "stream", "clear",    "power-cycle", "factory",  "get",       "set",     "store",
-              "pace",    "freeze", "unfreeze", "advance",     "counters", "log",       "port",    "quit"})
+             {"noreply",  "badcrc", "split",   "splinter", "late",   "stale",       "exception",
+              "silence",  "hangup", "garbage", "stream",   "clear",  "power-cycle", "factory",
+              "get",      "set",    "store",   "pace",     "freeze", "unfreeze",    "advance",
+              "counters", "log",    "port",    "quit"})
             QVERIFY2(help.contains(QLatin1String(word)), word);
     }
 

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "shell/workingwindows.h"
+
+#include "gaintuning/gaintuning.h"
+#include "link/serialport.h"
+#include "parameter/parametereditor.h"
+#include "shell/mainwindow.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace {
+
+template <typename Window>
+QWidget *make(SerialPort *)
+{
+    return new Window;
+}
+
+// What every window that asks the drive through the queue has.
+template <typename Window>
+void connectRequests(Window *window, SerialPort *link, MainWindow *shell)
+{
+    QObject::connect(window, qOverload<QByteArray, QString>(&Window::writeToSerialPort), link,
+                     &SerialPort::writeSlot);
+    QObject::connect(window, &Window::windowStateChanged, shell, &MainWindow::subwindowStateChanged);
+}
+
+QSize editorSize(const QSize &area)
+{
+    return {int(area.width() * 0.9), int(area.height() * 0.9)};
+}
+
+void connectEditor(QWidget *widget, SerialPort *link, MainWindow *shell)
+{
+    auto *const editor = static_cast<ParameterEditor *>(widget);
+    connectRequests(editor, link, shell);
+    QObject::connect(editor, &ParameterEditor::withdrawRequests, link, &SerialPort::withdraw);
+    QObject::connect(link, &SerialPort::handleBaseParameter, editor, &ParameterEditor::handleBaseParameter);
+    QObject::connect(editor, &ParameterEditor::subWindowClosed, shell, &MainWindow::hidePrintAct);
+    QObject::connect(shell, &MainWindow::doPrint, editor, [shell, editor] {
+        if (shell->isInFront(editor))
+            editor->doPrintPreviewSlot();
+    });
+    shell->showPrintAct();
+}
+
+QSize gainTuningSize(const QSize &area)
+{
+    return {1000, int(area.height() * 0.85)};
+}
+
+void connectGainTuning(QWidget *widget, SerialPort *link, MainWindow *shell)
+{
+    auto *const window = static_cast<GainTuning *>(widget);
+    connectRequests(window, link, shell);
+    QObject::connect(link, &SerialPort::handleGaintuning, window, &GainTuning::handleGaintuning);
+}
+
+const std::array<WorkingWindow, 2> windows{{
+    {workingwindow::parameterEditor, ":/pic/pic/Parameter.png", editorSize, make<ParameterEditor>,
+     connectEditor},
+    {workingwindow::gainTuning, ":/pic/pic/gain.png", gainTuningSize, make<GainTuning>, connectGainTuning},
+}};
+
+} // namespace
+
+const WorkingWindow *findWorkingWindow(const char *className)
+{
+    const auto *const found = std::find_if(windows.begin(), windows.end(), [className](const auto &window) {
+        return std::strcmp(window.className, className) == 0;
+    });
+    return found == windows.end() ? nullptr : found;
+}
+
+QMdiSubWindow *findSubWindow(const QMdiArea *area, const char *className)
+{
+    const QList<QMdiSubWindow *> open = area->subWindowList();
+    for (QMdiSubWindow *window : open) {
+        if (window->widget() && window->widget()->inherits(className))
+            return window;
+    }
+    return nullptr;
+}
