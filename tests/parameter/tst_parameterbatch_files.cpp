@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/eventcount.h"
 #include "support/filedialoganswers.h"
 #include "support/fulldisk.h"
@@ -75,7 +76,7 @@ void addRow(const LoadedEditor &loaded, const QString &code)
 void save(const LoadedEditor &loaded)
 {
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Save file completed"));
+    boxes.expect(editortext::saveDone);
     FileDialogAnswers dialogs;
     dialogs.expect(saveTitle, listName);
     loaded.editor->saveCsvSlot();
@@ -174,7 +175,7 @@ void ParameterBatchFilesTest::savingHidesAndShowsTheWindow()
     const EventCount shows(loaded.batch, QEvent::Show);
     ModalAnswers boxes;
     int hidesBeforeTheAnswer = -1;
-    boxes.expect(QStringLiteral("Save file completed"), [&](QMessageBox *box) {
+    boxes.expect(editortext::saveDone, [&](QMessageBox *box) {
         hidesBeforeTheAnswer = hides.count;
         box->accept();
     });
@@ -250,7 +251,7 @@ void ParameterBatchFilesTest::failedSaveIsToldAndKeepsTheFile()
     const LoadedEditor loaded;
     put(QStringLiteral("plain"), "old");
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Save file failed!"));
+    boxes.expect(editortext::saveFailed);
     FileDialogAnswers dialogs;
     dialogs.expect(saveTitle, QStringLiteral("plain/list.csv"));
     loaded.editor->saveCsvSlot();
@@ -265,7 +266,7 @@ void ParameterBatchFilesTest::fullDiskIsToldAndKeepsTheFile()
     put(listName, "old");
     ModalAnswers boxes;
     boxes.expect(QStringLiteral("list.csv already exists.\nDo you want to replace it?"), QMessageBox::Yes);
-    boxes.expect(QStringLiteral("Save file failed!"));
+    boxes.expect(editortext::saveFailed);
     FileDialogAnswers dialogs;
     dialogs.expect(saveTitle, listName);
 
@@ -339,7 +340,7 @@ void ParameterBatchFilesTest::fileThatIsGoneIsToldAndKeepsTheRows()
     const QList<QStringList> before = allTexts(loaded);
     put(listName, heads);
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Open file failed!"));
+    boxes.expect(editortext::openFailed);
     FileDialogAnswers dialogs;
     dialogs.expect(openTitle, listName, [] { QFile::remove(listName); });
     loaded.editor->openCsvSlot();
@@ -355,7 +356,7 @@ void ParameterBatchFilesTest::fileWhoseReadFailsIsToldAndKeepsTheRows()
     // It can be opened, but there is no memory at its start.
     QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), listName));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Open file failed!"));
+    boxes.expect(editortext::openFailed);
     FileDialogAnswers dialogs;
     dialogs.expect(openTitle, listName);
     loaded.editor->openCsvSlot();
@@ -371,7 +372,7 @@ void ParameterBatchFilesTest::fileThatIsTooLargeIsToldAndKeepsTheRows()
     const QList<QStringList> before = allTexts(loaded);
     put(listName, "Pn-304-1,\n" + QByteArray(4 * 1024 * 1024, '\n'));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Open file failed!"));
+    boxes.expect(editortext::openFailed);
     FileDialogAnswers dialogs;
     dialogs.expect(openTitle, listName);
     loaded.editor->openCsvSlot();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/modalanswers.h"
 #include "support/wire.h"
 
@@ -270,14 +271,14 @@ void ParameterBatchFillTest::typedCodeIsTransferredInItsWidth()
     type(loaded.batch->table(), 0, 0, typed);
     type(loaded.batch->table(), 0, 6, QStringLiteral("65541"));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters writing completed"));
+    boxes.expect(editortext::writingDone);
     loaded.editor->writeCsvSlot();
     QTRY_VERIFY(boxes.isDone());
     const QByteArray readFrame = wire::frame("01 03 23 ec 00 02");
     QCOMPARE(loaded.peer.frames, (QList<QByteArray>{wire::frame("01 10 e3 ec 00 02 04 00 01 00 05"),
                                                     readFrame, readFrame, readFrame}));
     loaded.peer.frames.clear();
-    boxes.expect(QStringLiteral("Parameters reading completed"));
+    boxes.expect(editortext::readingDone);
     loaded.editor->readParaCsvSlot();
     QTRY_VERIFY(boxes.isDone());
     QCOMPARE(loaded.peer.frames, QList<QByteArray>{readFrame});

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Lists from files on their way to the drive: what of them is written, and in which width.
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/filedialoganswers.h"
 #include "support/modalanswers.h"
 #include "support/wire.h"
@@ -46,7 +47,7 @@ void open(const LoadedEditor &loaded, const QByteArray &list)
 void write(const LoadedEditor &loaded)
 {
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters writing completed"));
+    boxes.expect(editortext::writingDone);
     loaded.editor->writeCsvSlot();
     QTRY_VERIFY(boxes.isDone());
 }
@@ -54,7 +55,7 @@ void write(const LoadedEditor &loaded)
 void read(const LoadedEditor &loaded)
 {
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters reading completed"));
+    boxes.expect(editortext::readingDone);
     loaded.editor->readParaCsvSlot();
     QTRY_VERIFY(boxes.isDone());
 }
@@ -181,7 +182,7 @@ void ParameterBatchListsTest::fileThatIsNoListChangesNothing()
     const LoadedEditor loaded;
     open(loaded, writableRow);
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Open file failed!"));
+    boxes.expect(editortext::openFailed);
     open(loaded, list);
     QVERIFY(boxes.isDone());
     QCOMPARE(loaded.batch->table()->rowCount(), 1);

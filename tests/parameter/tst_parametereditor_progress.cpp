@@ -3,6 +3,7 @@
 // closing it end the transfer.
 #include "link/serialport.h"
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/eventcount.h"
 #include "support/modalanswers.h"
 #include "support/rununtil.h"
@@ -127,7 +128,7 @@ void ParameterEditorProgressTest::escapeEndsAnEndlessPageWrite()
     // The next write starts over, and its dialog is there again.
     holdsTheValue = true;
     loaded.peer.held = true;
-    boxes.expect(QStringLiteral("Parameters writing completed"));
+    boxes.expect(editortext::writingDone);
     loaded.editor->writePageSlt();
     QVERIFY(dialog->isVisible());
     loaded.peer.release();
@@ -236,7 +237,7 @@ void ParameterEditorProgressTest::dialogStandsOverTheWindowOfItsRun()
     loaded.peer.held = true;
     loaded.editor->writeCsvSlot();
     QCOMPARE(loaded.peer.frames.last(), wire::frame("01 10 e0 07 00 01 02 07 d0"));
-    boxes.expect(QStringLiteral("Write Timeout!"));
+    boxes.expect(editortext::writeTimeout);
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 5000));
     loaded.peer.held = false;
     QCOMPARE(windowBelow(&ParameterEditor::readPageSlt, reading), editor);

@@ -3,20 +3,14 @@
 #include "editorbench.h"
 
 #include "link/serialport.h"
+#include "support/editortexts.h"
 #include "support/modalanswers.h"
 #include "support/testdirectory.h"
 #include "support/wire.h"
 
 #include <QSignalSpy>
 
-namespace {
-
-const QString readingDone = QStringLiteral("Parameters reading completed");
-const QString writingDone = QStringLiteral("Parameters writing completed");
-const QString requestTimeout = QStringLiteral("Request Timeout!");
-const QString writeTimeout = QStringLiteral("Write Timeout!");
-
-} // namespace
+using namespace editortext;
 
 class ParameterEditorTransferTest : public QObject
 {
