@@ -82,10 +82,11 @@ void measure()
         opening.append(costOfAll([&] { list.setRows(rows); }));
         bareOpening.append(costOfAll([&] { setRows(&bare, rows); }));
         // Another value every time: a text that is there already costs nothing.
-        const QString hex = QStringLiteral("%1").arg(10 + round, 4, 16, QLatin1Char('0'));
-        reply.append(costOfEach(rows.size(), [&](int row) { list.showReply(row, hex); }));
+        const QByteArray bytes = QByteArray(1, 0) + char(10 + round);
+        const QString text = QString::number(10 + round);
+        reply.append(costOfEach(rows.size(), [&](int row) { list.showReply(row, bytes); }));
         bareText.append(costOfEach(
-            rows.size(), [&](int row) { bare.item(row, ParameterBatch::RealColumn)->setText(hex); }));
+            rows.size(), [&](int row) { bare.item(row, ParameterBatch::RealColumn)->setText(text); }));
     }
     const auto line = [](const char *what, const QVector<double> &cost, const QVector<double> &peer) {
         return QStringList{QString::fromLatin1(what), figure(median(cost), 0), figure(median(peer), 0),

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// "Read Parameters" of a whole catalogue on a line of 115200 baud, beside the time that the line itself
-// needs: every frame's wire time, the silent gap before each request and the drive's turnaround.
+// "Read Parameters" of a whole catalogue on a line of 115200 baud and at "USB", beside the time that the line
+// itself needs: every frame's wire time, the silent gap before each request and the drive's turnaround.
 #include "benchmain.h"
 #include "catalogueeditor.h"
 #include "link/serialport.h"
@@ -13,14 +13,26 @@
 
 #include <QElapsedTimer>
 
+#include <array>
+#include <chrono>
 #include <stdexcept>
 
 namespace {
 
 constexpr int rounds = 5;
-constexpr int baudRate = 115200;
 constexpr int bitsPerCharacter = 10;
-constexpr std::chrono::microseconds turnaround(1000);
+
+struct Line
+{
+    const char *name;
+    int speed;    // as the connection dialog gives it; 100 stands for USB
+    int baudRate; // of the drive; 0: its bytes take no time
+    std::chrono::microseconds turnaround;
+};
+constexpr std::array<Line, 2> lines{{
+    {"115200", 115200, 115200, std::chrono::microseconds(1000)},
+    {"USB", usbBaudRate, 0, std::chrono::microseconds(500)},
+}};
 
 struct Transfer
 {
@@ -31,10 +43,10 @@ struct Transfer
     quint64 retransmissions = 0;
 };
 
-Transfer readCatalogue()
+Transfer readCatalogue(const Line &line)
 {
     kt500sim::DriveOptions options;
-    options.pacing = {baudRate, turnaround};
+    options.pacing = {line.baudRate, line.turnaround};
     kt500sim::SimulatedDrive drive(options);
     QString error;
     if (!drive.start(&error))
@@ -48,7 +60,7 @@ Transfer readCatalogue()
                      &SerialPort::writeSlot);
     QObject::connect(&port, &SerialPort::handleBaseParameter, editor.get(),
                      &ParameterEditor::handleBaseParameter);
-    port.getPortName(QStringLiteral("Drive(%1)").arg(drive.portName()), baudRate);
+    port.getPortName(QStringLiteral("Drive(%1)").arg(drive.portName()), line.speed);
     waitUntil([&online] { return online; }, "the link");
 
     drive.resetCounters();
@@ -63,8 +75,10 @@ Transfer readCatalogue()
         throw std::runtime_error(qPrintable(boxes.texts.join(QLatin1Char('\n'))));
 
     const kt500sim::Counters counters = drive.counters();
-    const double wire = double(counters.bytesReceived + counters.bytesSent) * bitsPerCharacter / baudRate;
-    const double pause = std::chrono::duration<double>(silentGap(baudRate) + turnaround).count();
+    const double wire = line.baudRate > 0 ? double(counters.bytesReceived + counters.bytesSent) *
+                                                bitsPerCharacter / line.baudRate
+                                          : 0;
+    const double pause = std::chrono::duration<double>(silentGap(line.speed) + line.turnaround).count();
     transfer.needed = wire + double(counters.requests) * pause;
     transfer.parameters = parameterCount(*editor);
     transfer.requests = counters.requests;
@@ -72,7 +86,7 @@ Transfer readCatalogue()
     return transfer;
 }
 
-QStringList measure(const QString &language)
+QStringList measure(const Line &line, const QString &language)
 {
     writeConfiguredLanguage(language);
     QVector<double> measured;
@@ -80,12 +94,13 @@ QStringList measure(const QString &language)
     Transfer last;
     quint64 retransmissions = 0;
     for (int round = 0; round < rounds; ++round) {
-        last = readCatalogue();
+        last = readCatalogue(line);
         measured.append(last.measured);
         needed.append(last.needed);
         retransmissions += last.retransmissions;
     }
-    return {language,
+    return {QString::fromLatin1(line.name),
+            language,
             QString::number(last.parameters),
             QString::number(last.requests),
             figure(median(measured), 3),
@@ -100,12 +115,15 @@ QStringList measure(const QString &language)
 int main(int argc, char *argv[])
 {
     return runBenchmark(argc, argv, [] {
-        printTable(
-            QStringLiteral("Reading all parameters at 115200 baud, 1 ms turnaround, median of %1 rounds")
-                .arg(rounds),
-            {{"catalogue", "parameters", "requests", "seconds", "line needs", "ratio", "spread",
-              "retransmissions"},
-             measure(QStringLiteral("zh_CN")),
-             measure(QStringLiteral("en_US"))});
+        QVector<QStringList> rows{{"line", "catalogue", "parameters", "requests", "seconds", "line needs",
+                                   "ratio", "spread", "retransmissions"}};
+        for (const Line &line : lines) {
+            for (const char *language : {"zh_CN", "en_US"})
+                rows.append(measure(line, QString::fromLatin1(language)));
+        }
+        printTable(QStringLiteral("Reading all parameters, 1 ms turnaround at 115200 baud and 0.5 ms at USB, "
+                                  "median of %1 rounds")
+                       .arg(rounds),
+                   rows);
     });
 }

@@ -75,7 +75,7 @@ int rowsThatAgree(const ParameterEditor *editor, kt500sim::SimulatedDrive *drive
     for (int index = 0; index < pages.size(); ++index) {
         const ParameterTable *const page = pages.at(index);
         for (int row = 0; row < page->rowCount(); ++row) {
-            const QStringList record = page->writeRecord(row);
+            const QStringList record = writeRecord(page->rowTexts(row));
             // A reply goes to the rows of its number on its page, whatever group their code names.
             const int offset = index * 100 + record.at(0).midRef(4, 2).toInt();
             const QStringList readings{word(offset), word(offset) + word(offset + 1)};

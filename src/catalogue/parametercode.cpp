@@ -15,13 +15,7 @@ namespace {
 constexpr int registersPerGroup = 100;
 constexpr int shortCodeLength = 6;
 
-const QLatin1String hexPrefix("0x");
 const QLatin1String zeroOffsetUnit("6.03mv"); // its point is no scale
-
-bool hasPoint(const QString &text)
-{
-    return text.contains(QLatin1Char('.'));
-}
 
 bool isHundredths(const QString &unit, const QString &min, const QString &max)
 {
@@ -58,9 +52,19 @@ qint32 truncated(double value)
 
 } // namespace
 
+bool hasPoint(const QString &text)
+{
+    return text.contains(QLatin1Char('.'));
+}
+
+int numberInGroup(const QString &code)
+{
+    return code.midRef(4, 2).toInt();
+}
+
 int registerOf(const QString &code)
 {
-    return code.midRef(3, 1).toInt(nullptr, 16) * registersPerGroup + code.midRef(4, 2).toInt();
+    return code.midRef(3, 1).toInt(nullptr, 16) * registersPerGroup + numberInGroup(code);
 }
 
 ParameterPlace placeOfOffset(int offset)
@@ -80,9 +84,13 @@ QString shortCode(const QString &code)
 
 QString catalogueSpelling(const QString &code)
 {
-    static const QRegularExpression form(QStringLiteral("^.{3}([0-9A-Fa-f][0-9]{2})"));
-    const QRegularExpressionMatch match = form.match(code);
-    return match.hasMatch() ? QLatin1String("Pn-") + match.captured(1).toUpper() : code;
+    static const QRegularExpression form(QStringLiteral("^.{3}([0-9A-Fa-f])([0-9]{2}|[0-9]$)"));
+    const QString trimmed = code.trimmed();
+    const QRegularExpressionMatch match = form.match(trimmed);
+    if (!match.hasMatch())
+        return trimmed;
+    return QLatin1String("Pn-") + match.captured(1).toUpper() +
+           match.captured(2).rightJustified(2, QLatin1Char('0'));
 }
 
 QString filledUpHex(QString text)
@@ -115,6 +123,11 @@ QByteArray encodeValue(const QString &code, const QString &hexMark, const QStrin
     }
     const QString digits = QString::number(truncated(value), 16);
     return fitBytes(QByteArray::fromHex(digits.toLatin1()), width);
+}
+
+QString hexText(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes.toHex());
 }
 
 QString decodeValue(const QString &replyHex, const QString &hexMark, const QString &unit, const QString &min,

@@ -11,6 +11,9 @@
 // The group is 100 registers wide, so Pn-A04 is 1004. Whatever text stands in the code is taken as it is.
 int registerOf(const QString &code);
 
+// The number of a code within its group: characters 4 and 5, read in decimal.
+int numberInGroup(const QString &code);
+
 // Where a reply belongs: the group and the number within it of a register offset.
 struct ParameterPlace
 {
@@ -22,9 +25,16 @@ ParameterPlace placeOfOffset(int offset);
 // The first six characters, by which a row and its register are named; of a pair, the first code.
 QString shortCode(const QString &code);
 
-// The code as the catalogue spells it, for a text whose characters 3 to 5 name a group and a number; any
-// other text comes back as it is. By it the register's width is looked up.
+// The code as the catalogue spells it, for a text whose characters 3 to 5 name a group and a number, which
+// may have one digit where the text ends behind it; any other text as it is. Blanks around it do not count.
+// By it the register's width is looked up.
 QString catalogueSpelling(const QString &code);
+
+// What a hexadecimal text begins with.
+constexpr QLatin1String hexPrefix("0x");
+
+// True for a number with a fraction.
+bool hasPoint(const QString &text);
 
 // "0x" and the four digits of a register.
 constexpr int hexTextLength = 6;
@@ -37,6 +47,9 @@ QString filledUpHex(QString text);
 // 32-bit number.
 QByteArray encodeValue(const QString &code, const QString &hexMark, const QString &valueText,
                        const QString &unit, const QString &min, const QString &max);
+
+// Bytes as the hexadecimal text that decodeValue() reads.
+QString hexText(const QByteArray &bytes);
 
 // The data bytes of a reply, as hexadecimal text, to the display text of a row.
 QString decodeValue(const QString &replyHex, const QString &hexMark, const QString &unit, const QString &min,

@@ -56,7 +56,7 @@ BitField choice(const char *name, FieldEffect effect)
     return field;
 }
 
-// The only option of the panel display's thousands digit has no effect, and it is wanted so.
+// Deliberate: the only option of the panel display's thousands digit has no effect.
 BitField panelDisplayThousands()
 {
     BitField field = thousands("Pn-003Thousands", 3);
@@ -64,7 +64,7 @@ BitField panelDisplayThousands()
     return field;
 }
 
-// Writes one place behind the last digit: the text grows and is refused afterwards. It is wanted so.
+// Deliberate: writes one place behind the last digit, so the text grows and is refused afterwards.
 BitField analogInputTen()
 {
     BitField field = ten("Pn-250_1", 1);
@@ -158,7 +158,7 @@ std::vector<BitFieldForm> digitForms()
 constexpr const char *textChoices[] = {"Pn-011", "Pn-012", "Pn-016", "Pn-100", "Pn-101", "Pn-103", "Pn-104",
                                        "Pn-105", "Pn-106", "Pn-639", "Pn-662", "Pn-719", "Pn-814", "Pn-913"};
 
-// Choices that replace the first character and leave what is behind it, which is wanted.
+// Deliberate: choices that replace the first character and leave what is behind it.
 constexpr const char *characterChoices[] = {
     "Pn-320", "Pn-321", "Pn-326", "Pn-342", "Pn-400", "Pn-408", "Pn-416", "Pn-500", "Pn-504",
     "Pn-600", "Pn-603", "Pn-604", "Pn-636", "Pn-675", "Pn-686", "Pn-694", "Pn-801", "Pn-803",

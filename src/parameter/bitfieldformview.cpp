@@ -20,7 +20,7 @@ QString captionOf(FieldPart part)
 {
     switch (part) {
     case FieldPart::Unit:
-        return BitFieldFormView::tr("Uint:"); // so spelt
+        return BitFieldFormView::tr("Uint:"); // Deliberate: so spelt
     case FieldPart::Ten:
         return BitFieldFormView::tr("Ten:");
     case FieldPart::Hundreds:
@@ -28,7 +28,7 @@ QString captionOf(FieldPart part)
     case FieldPart::Thousands:
         return BitFieldFormView::tr("Thousands:");
     case FieldPart::UnitAndTen:
-        return BitFieldFormView::tr("Ten, Uint:"); // so spelt, as the single digit
+        return BitFieldFormView::tr("Ten, Uint:"); // Deliberate: so spelt, as the single digit
     case FieldPart::HundredsAndThousands:
         return BitFieldFormView::tr("Thousands, Hundreds:");
     case FieldPart::WholeValue:

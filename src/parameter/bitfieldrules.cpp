@@ -46,7 +46,7 @@ int shownIndex(const BitField &field, const QString &text, int optionCount)
 QStringList plainDigits(const BitField &field, const QString &maximum)
 {
     QStringList options;
-    if (field.effect != FieldEffect::WriteDigits || !maximum.startsWith(QLatin1String("0x")))
+    if (field.effect != FieldEffect::WriteDigits || !maximum.startsWith(hexPrefix))
         return options;
     const DigitPlace place = placeOf(field.part);
     const int highest = filledUpHex(maximum).midRef(place.first, place.width).toInt(nullptr, field.base);

@@ -4,6 +4,7 @@
 #include "catalogue/parametercode.h"
 #include "parameter/parametersymbols.h"
 #include "parameter/parametertable.h"
+#include "widgets/pictures.h"
 #include "widgets/toolicons.h"
 
 #include <QAction>
@@ -55,7 +56,7 @@ ParameterBatch::ParameterBatch(QWidget *parent)
     : QWidget(parent, Qt::Window)
 {
     setWindowTitle(tr("Batch Parameter Modification"));
-    setWindowIcon(QIcon(QStringLiteral(":/pic/pic/logo.ico")));
+    setWindowIcon(QIcon(logoPicture));
     resize(900, 600);
 
     toolBar = new QToolBar;
@@ -228,21 +229,21 @@ void ParameterBatch::spellCode(int row, const QString &code)
     batchTable->item(row, CodeColumn)->setText(code);
 }
 
-void ParameterBatch::fillRow(int row, const QStringList &pageCells)
+void ParameterBatch::fillRow(int row, const QStringList &rowValues)
 {
     const QSignalBlocker blocker(batchTable);
     for (int column = ReadOnlyColumn; column <= DescriptionColumn; ++column)
-        setCell(row, column, pageCells.isEmpty() ? unknown : pageCells.value(column - ReadOnlyColumn));
+        setCell(row, column, rowValues.isEmpty() ? unknown : rowValues.value(column));
     widenColumns(row);
 }
 
-void ParameterBatch::showReply(int row, const QString &replyHex)
+void ParameterBatch::showReply(int row, const QByteArray &bytes)
 {
     if (row < 0 || row >= batchTable->rowCount())
         return;
     const QSignalBlocker blocker(batchTable);
     setCell(row, RealColumn,
-            decodeValue(replyHex, text(row, HexColumn), text(row, UnitColumn), text(row, MinColumn),
+            decodeValue(hexText(bytes), text(row, HexColumn), text(row, UnitColumn), text(row, MinColumn),
                         text(row, MaxColumn)));
     widenColumns(row);
 }
@@ -258,6 +259,11 @@ bool ParameterBatch::isTicked(int row) const
     return batchTable->item(row, CodeColumn)->checkState() == Qt::Checked;
 }
 
+bool ParameterBatch::isUnknown(int row) const
+{
+    return text(row, DescriptionColumn) == unknown;
+}
+
 QStringList ParameterBatch::codes() const
 {
     QStringList all;
@@ -266,19 +272,12 @@ QStringList ParameterBatch::codes() const
     return all;
 }
 
-QList<QStringList> ParameterBatch::writeRecords() const
+QStringList ParameterBatch::rowTexts(int row) const
 {
-    const QString readOnlyMark = parameterSymbols().front().symbol;
-    const QString reservedName = ParameterTable::tr("Reserved");
-    QList<QStringList> records;
-    for (int row = 0; row < batchTable->rowCount(); ++row) {
-        if (text(row, ReadOnlyColumn) == readOnlyMark || text(row, DescriptionColumn) == reservedName ||
-            !isTicked(row))
-            continue;
-        records.append({shortCode(text(row, CodeColumn)), text(row, HexColumn), text(row, ValueColumn),
-                        text(row, UnitColumn), text(row, MinColumn), text(row, MaxColumn)});
-    }
-    return records;
+    QStringList texts;
+    for (int column = 0; column < RowValueCount; ++column)
+        texts.append(text(row, Column(column)));
+    return texts;
 }
 
 QStringList ParameterBatch::heads() const

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "parameter/parameterbatchfile.h"
+#include "parameter/parameterrow.h"
 
 #include <QList>
 #include <QStringList>
@@ -20,20 +21,17 @@ class ParameterBatch : public QWidget
     Q_OBJECT
 
 public:
+    // A row's texts, and behind them what the drive holds.
     enum Column {
-        CodeColumn,
-        ReadOnlyColumn,
-        ServoOffColumn,
-        RepowerColumn,
-        VolatileColumn,
-        HexColumn,
-        ValueColumn,
-        UnitColumn,
-        MinColumn,
-        MaxColumn,
-        DefaultColumn,
-        DescriptionColumn,
-        RealColumn,
+        CodeColumn = CodeValue,
+        ReadOnlyColumn = ReadOnlyValue,
+        HexColumn = HexValue,
+        ValueColumn = TextValue,
+        UnitColumn = UnitValue,
+        MinColumn = MinValue,
+        MaxColumn = MaxValue,
+        DescriptionColumn = NameValue,
+        RealColumn = RowValueCount,
         ColumnCount
     };
 
@@ -54,21 +52,21 @@ public:
     // Whether a double-click opens the editor of a code or a value.
     void setEditing(bool on);
 
-    // Fills a row from the cells of a page's row, the marks first; with none it is marked as unknown.
-    void fillRow(int row, const QStringList &pageCells);
+    // Fills a row from the texts of a page's row; with none it is marked as unknown.
+    void fillRow(int row, const QStringList &rowValues);
     // Corrects the spelling of a row's code; the row is not filled anew.
     void spellCode(int row, const QString &code);
-    // Shows a reply, given as the hexadecimal text of its data bytes, beside the value. A row that is not
-    // there is passed over.
-    void showReply(int row, const QString &replyHex);
+    // Shows the data bytes of a reply beside the value. A row that is not there is passed over.
+    void showReply(int row, const QByteArray &bytes);
 
     QString text(int row, Column column) const;
     bool isTicked(int row) const;
+    // True for a row that was filled without a page's row.
+    bool isUnknown(int row) const;
     // Codes of all rows, ticked or not.
     QStringList codes() const;
-    // Code, H mark, value, unit, min and max of the rows that a write takes: ticked, and neither read-only
-    // nor named as reserved.
-    QList<QStringList> writeRecords() const;
+    // The texts of a row, its code first, without what the drive holds.
+    QStringList rowTexts(int row) const;
 
     QStringList heads() const;
     QList<BatchRow> rows() const;

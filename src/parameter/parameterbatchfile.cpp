@@ -36,17 +36,28 @@ QByteArray batchFile(const QStringList &heads, const QList<BatchRow> &rows)
     return file;
 }
 
-QList<BatchRow> readBatchFile(const QByteArray &file)
+std::optional<QList<BatchRow>> readBatchFile(const QByteArray &file)
 {
     QList<BatchRow> rows;
-    for (int start = 0; start < file.size() && rows.size() < batchRowLimit;) {
+    bool hasHeads = false;
+    for (int start = 0; start < file.size();) {
         int end = file.indexOf('\n', start);
         if (end < 0)
             end = file.size();
         const QString line = QString::fromLocal8Bit(file.mid(start, end - start));
         start = end + 1;
-        if (line.contains(codeMark, Qt::CaseInsensitive))
-            rows.append(rowOfLine(line));
+        if (!line.contains(codeMark, Qt::CaseInsensitive)) {
+            hasHeads = hasHeads || line.count(QLatin1Char(',')) == batchColumnCount;
+            continue;
+        }
+        if (!line.contains(QLatin1Char(',')))
+            continue;
+        if (rows.size() == batchRowLimit)
+            return std::nullopt;
+        rows.append(rowOfLine(line));
     }
+    // A list that was saved without rows holds its heads.
+    if (rows.isEmpty() && !hasHeads)
+        return std::nullopt;
     return rows;
 }

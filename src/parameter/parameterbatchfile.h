@@ -7,10 +7,11 @@
 #include <QList>
 #include <QStringList>
 
+#include <optional>
+
 constexpr int batchColumnCount = 13;
 
-// Far more than a drive has parameters: a file that would give more rows is no batch list, and is read so
-// far.
+// Far more than a drive has parameters: a file of more rows is no batch list.
 constexpr int batchRowLimit = 10000;
 
 struct BatchRow
@@ -22,6 +23,7 @@ struct BatchRow
 // A line of the column heads, then one for each row, its code followed by "-1" when ticked, else by "-0".
 QByteArray batchFile(const QStringList &heads, const QList<BatchRow> &rows);
 
-// The rows of a file: every line with a code in it. The last field of a line is none, and fields beyond the
-// columns are left out; a row may have fewer cells than there are columns, but has its code.
-QList<BatchRow> readBatchFile(const QByteArray &file);
+// The rows of a file: every line with a code and a comma in it. The last field of a line is none, and fields
+// beyond the columns are left out; a row may have fewer cells than there are columns, but has its code. None
+// when no line is usable, that of the heads included, or there are too many.
+std::optional<QList<BatchRow>> readBatchFile(const QByteArray &file);

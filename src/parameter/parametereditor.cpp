@@ -9,42 +9,38 @@
 #include "link/linkstate.h"
 #include "link/windownames.h"
 #include "parameter/parameterbatch.h"
-#include "parameter/parameterframes.h"
+#include "parameter/parameterbatchcontrol.h"
+#include "parameter/parameterfiledialogs.h"
+#include "parameter/parameterlegend.h"
 #include "parameter/parameterpagelist.h"
+#include "parameter/parameterprintcontrol.h"
 #include "parameter/parametertable.h"
+#include "parameter/parametertoolbar.h"
 #include "settings/settingskeys.h"
-#include "widgets/heldprogressdialog.h"
+#include "widgets/drawingpace.h"
 #include "widgets/messages.h"
+#include "widgets/pictures.h"
+#include "widgets/runprogressdialog.h"
+#include "widgets/sunkenlabel.h"
 #include "widgets/windowstate.h"
 
 #include <QCloseEvent>
+#include <QLabel>
 #include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
-
-namespace {
-
-constexpr int replyTimeout = 1000; // ms
-constexpr int equalReadBacks = 3;
-
-// Shared by all editors of the process, and kept when a transfer ends with a time-out.
-quint16 readProgress = 0;
-quint16 writeProgress = 0;
-quint8 confirmCount = 0;
-
-} // namespace
+#include <QToolBar>
+#include <QVBoxLayout>
 
 ParameterEditor::ParameterEditor(QWidget *parent)
     : QScrollArea(parent)
 {
     for (int i = 0; i < parameterGroupCount; ++i)
         pageCodeLists.append(QStringList());
-    doubleAddressList = readDoubleAddressList(QStringLiteral(":/config/config/address.txt"));
-
-    replyTimer.setInterval(replyTimeout);
-    connect(&replyTimer, &QTimer::timeout, this, &ParameterEditor::readWriteTimeout);
+    buildTransfer();
     buildWindow();
-    buildBatchWindow();
+    batch = std::make_unique<ParameterBatchControl>(pages, transfer);
+    print = new ParameterPrintControl(pages, this);
     loadCatalogue();
 }
 
@@ -59,6 +55,75 @@ QString ParameterEditor::title()
     return tr("Parameter Editor");
 }
 
+void ParameterEditor::buildTransfer()
+{
+    transfer =
+        new ParameterTransfer(readDoubleAddressList(QStringLiteral(":/config/config/address.txt")), this);
+    connect(transfer, &ParameterTransfer::frameReady, this,
+            [this](const QByteArray &frame) { emit writeToSerialPort(frame, editorLinkName); });
+    connect(transfer, &ParameterTransfer::withdrawn, this, [this] { emit withdrawRequests(editorLinkName); });
+    connect(transfer, &ParameterTransfer::answered, this, &ParameterEditor::showAnswer);
+    connect(transfer, &ParameterTransfer::progress, this, &ParameterEditor::showProgress);
+    connect(transfer, &ParameterTransfer::ended, this, &ParameterEditor::finishTransfer);
+}
+
+void ParameterEditor::buildWindow()
+{
+    setWindowTitle(title());
+    setWindowIcon(QIcon(logoPicture));
+    resize(700, 1000);
+    setWidgetResizable(true);
+
+    auto *note = new SunkenLabel(
+        tr("Note: Double-click the Value can be call out the Parameter Setting Helper"), QString(), 10);
+    note->setStyleSheet(QStringLiteral("color:red;"));
+    QFont noteFont = note->font();
+    noteFont.setBold(true);
+    note->setFont(noteFont);
+    note->setWordWrap(true);
+
+    auto *content = new QWidget;
+    auto *layout = new QVBoxLayout(content);
+    layout->setSpacing(0);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(makeParameterToolBar(this));
+    layout->addWidget(buildPages(), 9);
+    layout->addWidget(new ParameterLegend);
+    layout->addWidget(note);
+    setWidget(content);
+
+    progressDialog = new RunProgressDialog(this);
+    connect(progressDialog, &RunProgressDialog::endRequested, transfer, &ParameterTransfer::cancel);
+}
+
+QSplitter *ParameterEditor::buildPages()
+{
+    pageList = new ParameterPageList;
+    pageStack = new QStackedWidget;
+    pagePace = new DrawingPace(pageStack);
+    QList<ParameterTable *> tables;
+    for (int i = 0; i < parameterGroupCount; ++i) {
+        auto *page = new ParameterTable;
+        connect(page, &ParameterTable::writeCurrentValue, this,
+                &ParameterEditor::writeCurrentParameterToServo);
+        connect(page, &ParameterTable::readCurrentVlue, this, &ParameterEditor::readCurrentParameter);
+        tables.append(page);
+        pageStack->addWidget(page);
+    }
+    pages = ParameterPages(tables);
+    connect(pageList, &QListWidget::currentRowChanged, this, &ParameterEditor::listWidgetcurrentRowChanged);
+    connect(pageList, &QListWidget::clicked, this, &ParameterEditor::listWidgetClicked);
+
+    splitter = new QSplitter;
+    splitter->addWidget(pageList);
+    splitter->addWidget(pageStack);
+    splitter->setStretchFactor(1, 10);
+    QSettings settings(settingsFile, QSettings::IniFormat);
+    settings.beginGroup(settingskey::splitterSizes);
+    splitter->restoreState(settings.value(settingskey::splitterSizes).toByteArray());
+    return splitter;
+}
+
 void ParameterEditor::loadCatalogue()
 {
     readXmlThread = new ReadXmlThread(this);
@@ -69,7 +134,7 @@ void ParameterEditor::loadCatalogue()
 
 void ParameterEditor::readXml(int index, QStringList values, QStringList description)
 {
-    if (index < 0 || index >= pages.size())
+    if (index < 0 || index >= pages.count())
         return;
     pages.at(index)->rowDescriptions.append(description);
     pages.at(index)->addRow(values);
@@ -95,202 +160,176 @@ void ParameterEditor::listWidgetClicked(QModelIndex index)
         pageList->toggleFold();
 }
 
-bool ParameterEditor::isRegisterPair(const QString &code) const
-{
-    return doubleAddressList.contains(shortCode(code));
-}
-
-void ParameterEditor::send(const QByteArray &frame)
-{
-    emit writeToSerialPort(frame, editorLinkName);
-    lastRegisterBytes = frame.mid(2, 2);
-}
-
 void ParameterEditor::handleBaseParameter(QByteArray b)
 {
-    // Nobody waits for this one: it comes after the time-out that ended its transfer, or answers the probe of
-    // a restarted link, which goes to the window that asked last. The state outlives a transfer, so such a
-    // reply would be shown as another parameter's value, or set an ended write going again.
-    if (!replyTimer.isActive())
-        return;
-    replyTimer.stop();
-    switch (requestState) {
-    case StateReadCurrent:
-        showReplyInTable(b, false);
-        break;
-    case StateReadPage:
-        // The state outlives the read, and a restarted link's probe is answered to the window that asked
-        // last: without a code in flight the reply means nothing.
-        if (readQueue.isEmpty())
-            break;
-        showReplyInTable(b, true);
-        readQueue.removeFirst();
-        sendNextRead();
-        break;
-    case StateWritePage:
-        readRAM(b);
-        break;
-    case StateVerifyWrite:
-        compareReadBack(b);
-        break;
-    case StateReadBatch:
-        takeBatchReply(b);
-        break;
-    default:
-        break;
-    }
+    transfer->takeReply(b);
 }
 
-void ParameterEditor::showReplyInTable(const QByteArray &reply, bool follow)
+void ParameterEditor::showAnswer(int offset, const QByteArray &bytes)
 {
-    const int offset = lastRegisterBytes.toHex().toInt(nullptr, 16) - ramBase;
+    if (transfer->state() == ParameterTransfer::StateReadBatch) {
+        batch->showReply(transfer->readsLeft(), bytes);
+        return;
+    }
     const ParameterPlace place = placeOfOffset(offset);
     if (place.group < 0)
         return;
-    if (follow)
+    if (transfer->state() == ParameterTransfer::StateReadPage && pageList->currentRow() != place.group + 1) {
+        pagePace->touch();
         pageList->setCurrentRow(place.group + 1);
-    pages.at(place.group)->showReply(place.number, replyData(reply));
+    }
+    pages.at(place.group)->showReply(place.number, bytes);
 }
 
 void ParameterEditor::readCurrentParameter(QStringList dataList)
 {
-    replyTimer.start();
-    requestState = StateReadCurrent;
-    const QString code = dataList.value(0);
-    send(parameterReadFrame(code, isRegisterPair(code)));
+    transfer->readOne(dataList.value(0));
 }
 
 void ParameterEditor::writeCurrentParameterToServo(QStringList dataList, bool isWriteRAM)
 {
-    replyTimer.start();
-    requestState = StateWriteCurrent;
-    send(parameterWriteFrame(dataList, isWriteRAM ? ramBase : eepromBase));
+    transfer->writeOne(dataList, isWriteRAM ? ramBase : eepromBase);
 }
 
-void ParameterEditor::showProgress(const QString &label, int total)
+void ParameterEditor::showProgress(int value, int total)
 {
-    if (!progressDialog->isHidden())
-        return;
-    progressDialog->setRange(0, total + 1);
-    progressDialog->setLabelText(label);
-    // A batch write that ran into a time-out has left its flag.
-    const bool isBatchRun =
-        requestState == StateReadBatch || (requestState == StateWritePage && batchWriteFlag);
-    progressDialog->showOver(isBatchRun ? static_cast<QWidget *>(batch.get()) : this);
+    if (progressDialog->isHidden()) {
+        progressDialog->setRange(0, total + 1);
+        progressDialog->setLabelText(transfer->isWriting() ? tr("Writing...") : tr("Reading..."));
+        progressDialog->showOver(transfer->isBatchRun() ? static_cast<QWidget *>(batch->window()) : this);
+    }
+    progressDialog->showValue(value);
 }
 
 void ParameterEditor::readPageSlt()
 {
     if (!isLinkOpen())
         return;
-    for (const QStringList &codes : qAsConst(pageCodeLists))
-        readQueue.append(codes);
-    readTotal = readQueue.size();
-    requestState = StateReadPage;
-    sendNextRead();
-}
-
-void ParameterEditor::sendNextRead()
-{
-    if (readQueue.isEmpty()) {
-        finishRead();
-        return;
-    }
-    replyTimer.start();
-    showProgress(tr("Reading..."), readTotal);
-    progressDialog->showValue(++readProgress);
-    // A page read goes by the full code of the catalogue, and there the tilde marks a pair.
-    const QString code = readQueue.first();
-    send(parameterReadFrame(code, code.contains(QLatin1Char('~'))));
-}
-
-void ParameterEditor::finishRead()
-{
-    replyTimer.stop();
-    progressDialog->close();
-    showMessage(tr("Parameters reading completed"));
-    readProgress = 0;
+    QStringList codes;
+    for (const QStringList &ofPage : qAsConst(pageCodeLists))
+        codes.append(ofPage);
+    transfer->readPages(codes);
 }
 
 void ParameterEditor::writePageSlt()
 {
-    writeQueue.clear();
-    writeTotal = 0;
-    batchWriteFlag = false; // a batch write that ran into a time-out has left it
-    requestState = StateWritePage;
-    for (const ParameterTable *page : qAsConst(pages)) {
-        for (int row = 0; row < page->rowCount(); ++row) {
-            if (!page->isLeftOutOfWrites(row))
-                writeQueue.append(page->writeRecord(row));
-        }
-    }
-    writeTotal = writeQueue.size();
-    sendNextWrite();
-}
-
-void ParameterEditor::sendNextWrite()
-{
-    replyTimer.start();
-    showProgress(tr("Writing..."), writeTotal);
-    if (writeQueue.isEmpty()) {
-        finishWrite();
-        return;
-    }
-    send(parameterWriteFrame(writeQueue.first(), eepromBase));
-    progressDialog->showValue(++writeProgress);
+    transfer->writePages(pages.writeRecords());
 }
 
 void ParameterEditor::readRAM(QByteArray)
 {
-    if (writeQueue.isEmpty())
-        return;
-    requestState = StateVerifyWrite;
-    replyTimer.start();
-    const QString code = writeQueue.first().value(0);
-    send(parameterReadFrame(code, isRegisterPair(code)));
-}
-
-void ParameterEditor::compareReadBack(const QByteArray &reply)
-{
-    if (writeQueue.isEmpty())
-        return;
-    if (judgeReadBack(reply, writeQueue.first()) != ReadBack::Equal) {
-        // Asked again without a limit: the value is not in the drive until the drive says so.
-        readRAM(reply);
-    } else if (confirmCount < equalReadBacks - 1) {
-        ++confirmCount;
-        readRAM(reply);
-    } else {
-        confirmCount = 0;
-        writeQueue.removeFirst();
-        requestState = StateWritePage;
-        sendNextWrite();
-    }
-}
-
-void ParameterEditor::finishWrite()
-{
-    replyTimer.stop();
-    progressDialog->showValue(writeTotal);
-    progressDialog->close();
-    if (!batchWriteFlag) {
-        for (ParameterTable *page : qAsConst(pages))
-            page->resetValueColours();
-    }
-    batchWriteFlag = false;
-    requestState = StateIdle;
-    showMessage(tr("Parameters writing completed"));
-    writeProgress = 0;
+    transfer->sendReadBack();
 }
 
 void ParameterEditor::readWriteTimeout()
 {
-    replyTimer.stop();
-    progressDialog->close();
-    if (requestState >= 1 && requestState <= StateReadPage)
+    transfer->timeOut();
+}
+
+void ParameterEditor::finishTransfer(ParameterTransfer::End end)
+{
+    progressDialog->finish();
+    switch (end) {
+    case ParameterTransfer::End::ReadDone:
+        showMessage(tr("Parameters reading completed"));
+        break;
+    case ParameterTransfer::End::WriteDone:
+        pages.resetValueColours();
+        showMessage(tr("Parameters writing completed"));
+        break;
+    case ParameterTransfer::End::BatchWriteDone:
+        showMessage(tr("Parameters writing completed"));
+        break;
+    case ParameterTransfer::End::RequestTimeout:
         showMessage(tr("Request Timeout!"));
-    else if (requestState >= StateWritePage && requestState <= 7)
+        break;
+    case ParameterTransfer::End::WriteTimeout:
         showMessage(tr("Write Timeout!"));
+        break;
+    case ParameterTransfer::End::SilentTimeout:
+    case ParameterTransfer::End::Cancelled:
+        break;
+    }
+}
+
+void ParameterEditor::saveParameters()
+{
+    saveParameterFile(pages, this);
+}
+
+void ParameterEditor::openExistParameter()
+{
+    openParameterFile(pages, this);
+}
+
+void ParameterEditor::editParaSlot()
+{
+    batch->window()->bringToFront();
+}
+
+void ParameterEditor::openCsvSlot()
+{
+    batch->openFile();
+}
+
+void ParameterEditor::saveCsvSlot()
+{
+    batch->saveFile();
+}
+
+void ParameterEditor::readParaCsvSlot()
+{
+    batch->readAll();
+}
+
+void ParameterEditor::writeCsvSlot()
+{
+    batch->writeTicked();
+}
+
+void ParameterEditor::newRowSlot()
+{
+    batch->newRow();
+}
+
+void ParameterEditor::deleteRowSlot()
+{
+    batch->deleteRow();
+}
+
+void ParameterEditor::selectAllSlot()
+{
+    batch->tickAll(true);
+}
+
+void ParameterEditor::deselectAllSlot()
+{
+    batch->tickAll(false);
+}
+
+void ParameterEditor::Csv_DoubleClickedSlot(int, int col)
+{
+    batch->beginEditing(col);
+}
+
+void ParameterEditor::Csv_ValueChangedSlot(int row, int col)
+{
+    batch->takeChange(row, col);
+}
+
+void ParameterEditor::doPrintPreviewSlot()
+{
+    print->preview();
+}
+
+void ParameterEditor::printPreviewSlot(QPrinter *printer)
+{
+    print->paint(printer);
+}
+
+void ParameterEditor::createPDFSlot()
+{
+    print->createPdf();
 }
 
 void ParameterEditor::changeEvent(QEvent *event)

@@ -1,45 +1,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The window of all drive parameters: twelve pages, and the one engine that reads and writes them, a frame at
-// a time. Main thread; a sub-window of MainWindow that deletes itself on close.
+// The window of all drive parameters: twelve pages, which the drive fills and which are written to it. Main
+// thread; a sub-window of MainWindow that deletes itself on close.
 #pragma once
+
+#include "parameter/parameterpages.h"
+#include "parameter/parametertransfer.h"
 
 #include <QByteArray>
 #include <QList>
 #include <QModelIndex>
 #include <QScrollArea>
 #include <QStringList>
-#include <QTimer>
 
 #include <memory>
 
-class HeldProgressDialog;
-class ParameterBatch;
+class DrawingPace;
+class ParameterBatchControl;
 class ParameterPageList;
-class ParameterTable;
-class QAction;
+class ParameterPrintControl;
 class QPrinter;
 class QSplitter;
 class QStackedWidget;
-class QTextEdit;
-class QToolBar;
 class ReadXmlThread;
+class RunProgressDialog;
 
 class ParameterEditor : public QScrollArea
 {
     Q_OBJECT
 
 public:
-    // What the next reply means.
-    enum RequestState {
-        StateIdle = 0,
-        StateReadCurrent = 2,
-        StateReadPage = 3,
-        StateWritePage = 4,
-        StateWriteCurrent = 5,
-        StateVerifyWrite = 8,
-        StateReadBatch = 9
-    };
-
     explicit ParameterEditor(QWidget *parent = nullptr);
     ~ParameterEditor() override;
 
@@ -49,6 +38,8 @@ public:
 signals:
     void writeToSerialPort(QByteArray data, QString windowName);
     void writeToSerialPort(QByteArray data);
+    // What the window has asked for and what has not left yet is not to leave any more.
+    void withdrawRequests(QString windowName);
     // The title when the window becomes maximized, an empty text when it stops being so.
     void windowStateChanged(QString title);
     void subWindowClosed();
@@ -95,51 +86,24 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void buildTransfer();
     void buildWindow();
-    QToolBar *buildToolBar();
-    void addPdfMenu(QToolBar *bar, QAction *print);
     QSplitter *buildPages();
-    QWidget *buildLegend();
-    void buildBatchWindow();
     void loadCatalogue();
-    bool transformPages();
-    void showTransformProgress();
-    void finishTransformProgress();
-    bool mayReplace(const QString &fileName, const QString &title);
+    void showAnswer(int offset, const QByteArray &bytes);
+    void showProgress(int value, int total);
+    void finishTransfer(ParameterTransfer::End end);
 
-    void send(const QByteArray &frame);
-    void showReplyInTable(const QByteArray &reply, bool follow);
-    void sendNextRead();
-    void finishRead();
-    void sendNextBatchRead();
-    void takeBatchReply(const QByteArray &reply);
-    void sendNextWrite();
-    void finishWrite();
-    void compareReadBack(const QByteArray &reply);
-    void showProgress(const QString &label, int total);
-    bool isRegisterPair(const QString &code) const;
-
-    QList<ParameterTable *> pages; // one a group
+    ParameterPages pages; // one a group
     ParameterPageList *pageList = nullptr;
     QStackedWidget *pageStack = nullptr;
+    DrawingPace *pagePace = nullptr; // of the pages that a read turns over
     QSplitter *splitter = nullptr;
     QList<QStringList> pageCodeLists; // full codes of each group, as the catalogue writes them
-    QStringList doubleAddressList;    // codes of two registers
     ReadXmlThread *readXmlThread = nullptr;
-    std::unique_ptr<ParameterBatch> batch;
-
-    QStringList readQueue;         // codes still to read; the head is in flight
-    QList<QStringList> writeQueue; // records still to write; the head is in flight
-    int requestState = StateIdle;
-    QTimer replyTimer;
-    HeldProgressDialog *progressDialog = nullptr;
-    QByteArray lastRegisterBytes; // of the last frame sent: a reply does not name its register
-    int readTotal = 0;
-    int batchReadTotal = 0;
-    int writeTotal = 0;
-    QTextEdit *printText = nullptr; // never shown; holds the last printout
-    HeldProgressDialog *transformDialog = nullptr;
-    bool isTransforming = false;
-    bool batchWriteFlag = false; // the running write comes from the batch window
-    bool isClosing = false;      // the MDI area still reports a state after a maximized window has gone
+    ParameterTransfer *transfer = nullptr;
+    RunProgressDialog *progressDialog = nullptr;
+    ParameterPrintControl *print = nullptr;
+    std::unique_ptr<ParameterBatchControl> batch;
+    bool isClosing = false; // the MDI area still reports a state after a maximized window has gone
 };

@@ -32,10 +32,9 @@ QByteArray parameterWriteFrame(const QStringList &record, int base)
     return writeMultipleRequest(base + registerOf(record.value(0)), parameterBytes(record));
 }
 
-QString replyData(const QByteArray &reply)
+QByteArray replyData(const QByteArray &reply)
 {
-    const int count = byteCount(reply);
-    return QString::fromLatin1(payloadFromBack(reply, count).toHex());
+    return payloadFromBack(reply, byteCount(reply));
 }
 
 ReadBack judgeReadBack(const QByteArray &reply, const QStringList &record)

@@ -16,9 +16,8 @@ QByteArray parameterWriteFrame(const QStringList &record, int base);
 // Value bytes of a record, as the write frame carries them.
 QByteArray parameterBytes(const QStringList &record);
 
-// The data bytes of a reply as lower-case hexadecimal text: as many bytes before the CRC as the byte count
-// says.
-QString replyData(const QByteArray &reply);
+// The data bytes of a reply: as many before the CRC as the byte count says.
+QByteArray replyData(const QByteArray &reply);
 
 // What a read-back says of the record that was written.
 enum class ReadBack {

@@ -20,10 +20,8 @@ ParameterPageList::ParameterPageList(QWidget *parent)
 
 QSize ParameterPageList::sizeHint() const
 {
-    constexpr int margin = 8;       // pixels
-    constexpr int widestList = 300; // pixels; the table's descriptions need the room
-    const int width = sizeHintForColumn(0) + 2 * frameWidth() + margin;
-    return {qMin(width, widestList), QListWidget::sizeHint().height()};
+    constexpr int margin = 8; // pixels
+    return {sizeHintForColumn(0) + 2 * frameWidth() + margin, QListWidget::sizeHint().height()};
 }
 
 void ParameterPageList::toggleFold()

@@ -12,7 +12,7 @@ class ParameterPageList : public QListWidget
 public:
     explicit ParameterPageList(QWidget *parent = nullptr);
 
-    // Wide enough for all but the longest names; counts where no splitter state is kept.
+    // Wide enough for the longest name; counts where no splitter state is kept.
     QSize sizeHint() const override;
 
     // Folds the pages away, or shows them again if they are.

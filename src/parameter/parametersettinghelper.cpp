@@ -3,12 +3,13 @@
 
 #include "catalogue/doubleaddress.h"
 #include "catalogue/parametercode.h"
-#include "link/linkstate.h"
 #include "parameter/bitfieldformview.h"
 #include "parameter/bitfieldrules.h"
+#include "parameter/offlinenotice.h"
 #include "parameter/parametersymbols.h"
 #include "settings/applanguage.h"
 #include "widgets/messages.h"
+#include "widgets/pictures.h"
 #include "widgets/sunkenlabel.h"
 
 #include <QComboBox>
@@ -36,7 +37,6 @@ constexpr int buttonRow = 15;
 constexpr int buttonSpace = 20; // pixels
 
 const QLatin1String boldWeight("Black");
-const QString readOnlyMark = QStringLiteral("★");
 
 // The value of a read-only row is what its dialog is opened for; the usual grey is too faint for it.
 void setReadableWhenDisabled(QWidget *widget)
@@ -63,7 +63,7 @@ ParameterSettingHelper::ParameterSettingHelper(QStringList values, QStringList d
 void ParameterSettingHelper::buildWindow()
 {
     setWindowTitle(tr("Parameter Setting Helper"));
-    setWindowIcon(QIcon(QStringLiteral(":/pic/pic/logo.ico")));
+    setWindowIcon(QIcon(logoPicture));
     setObjectName(QStringLiteral("widget"));
     setFont(QFont(QStringLiteral("Tahoma"), fontSize));
     resize(650, 380);
@@ -94,7 +94,7 @@ void ParameterSettingHelper::buildWindow()
 
 void ParameterSettingHelper::addAttributes(QGridLayout *grid)
 {
-    // "Uint" is so spelt.
+    // Deliberate: "Uint" is so spelt.
     const QStringList heads{tr("Parameter Name"), tr("Uint"), tr("Minimum ~ Maximum"), tr("Default"),
                             tr("16/32bit")};
     const QString code = rowValues.value(CodeValue);
@@ -110,7 +110,7 @@ void ParameterSettingHelper::addAttributes(QGridLayout *grid)
 
 void ParameterSettingHelper::addFlags(QGridLayout *grid)
 {
-    // These words are not those of the table's legend, and it is wanted so.
+    // Deliberate: these words are not those of the table's legend.
     const QStringList words{tr("Read Only"), tr("Set When Servo OFF"), tr("Valid After Re-power on"),
                             tr("Volatile Parameter"), tr("Hex data,modified by bit")};
     const auto symbols = parameterSymbols();
@@ -269,7 +269,7 @@ QString ParameterSettingHelper::catalogueFailure(const QString &path)
     return QString();
 }
 
-// The catalogue is only tried and nothing of it kept; in English it is that of the alarms. It is wanted so.
+// Deliberate: the catalogue is only tried and nothing of it kept; in English it is that of the alarms.
 void ParameterSettingHelper::checkCatalogue()
 {
     const QString failure =
@@ -282,7 +282,7 @@ void ParameterSettingHelper::checkCatalogue()
 
 bool ParameterSettingHelper::isClosedToWrites() const
 {
-    return rowValues.contains(readOnlyMark) || rowValues.contains(tr("Reserved"));
+    return rowValues.contains(readOnlyMark()) || rowValues.contains(reservedName());
 }
 
 void ParameterSettingHelper::getParamValue()
@@ -301,11 +301,8 @@ void ParameterSettingHelper::takeValue(bool isWriteRAM)
         close();
         return;
     }
-    if (!isLinkOpen()) {
-        // The words say USB whatever the link is.
-        showMessage(tr("Fail to connect to the device via USB!"));
+    if (!isOnlineOrTold())
         return;
-    }
     const QString text = valueEdit->text();
     const ValueCheck check = checkValue(rowValues, text);
     if (check.verdict != ValueCheck::Verdict::Accepted) {
@@ -319,7 +316,7 @@ void ParameterSettingHelper::takeValue(bool isWriteRAM)
 
 void ParameterSettingHelper::refuse(const ValueCheck &check)
 {
-    // The slips of these texts are wanted.
+    // Deliberate: "execteeds" is so spelt.
     switch (check.verdict) {
     case ValueCheck::Verdict::AboveMaximum:
         showMessage(tr("Input value execteeds the range!\n \nMax:%1").arg(check.limit));

@@ -26,7 +26,8 @@ public:
     static QString catalogueFailure(const QString &path);
 
 signals:
-    // The text to show in the table, and whether it went to the working memory only. "vlaue" is so spelt.
+    // The text to show in the table, and whether it went to the working memory only. Deliberate: "vlaue" is
+    // so spelt.
     void setParamValue(QString vlaue, bool setColor);
     void writeDataToServo(QStringList dataList, bool isWriteRAM);
 

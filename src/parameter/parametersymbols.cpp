@@ -19,16 +19,21 @@ QString legendText(const char *text)
 
 } // namespace
 
+QString readOnlyMark()
+{
+    return QStringLiteral("★");
+}
+
 std::array<ParameterSymbol, parameterSymbolCount> parameterSymbols()
 {
     const QFont mark = markFont();
     const QFont letter(QStringLiteral("Tahoma"), 15, QFont::Bold);
     return {{
-        {QStringLiteral("★"), 0, QColor(0, 128, 128), mark,
+        {readOnlyMark(), 0, QColor(0, 128, 128), mark,
          legendText(QT_TRANSLATE_NOOP("ParameterEditor", "Read-only"))},
         {QStringLiteral("■"), 3, QColor(0, 0, 255), mark,
          legendText(QT_TRANSLATE_NOOP("ParameterEditor", "Set When Servo OFF"))},
-        // So spelt.
+        // Deliberate: "Afert" is so spelt.
         {QStringLiteral("●"), 5, QColor(255, 0, 0), mark,
          legendText(QT_TRANSLATE_NOOP("ParameterEditor", "Valid Afert Re-power on"))},
         {QStringLiteral("▲"), 4, QColor(0, 0, 0), mark,

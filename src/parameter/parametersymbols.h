@@ -18,6 +18,9 @@ struct ParameterSymbol
     QString legend; // in the language of the user interface
 };
 
+// The symbol of a row that is only read.
+QString readOnlyMark();
+
 constexpr int parameterSymbolCount = 5;
 
 // In the order of the table's columns: read-only, servo off, re-power, volatile, hexadecimal.

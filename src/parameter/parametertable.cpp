@@ -2,12 +2,14 @@
 #include "parameter/parametertable.h"
 
 #include "catalogue/parametercode.h"
-#include "link/linkstate.h"
+#include "parameter/offlinenotice.h"
+#include "parameter/parameterheader.h"
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametersymbols.h"
-#include "widgets/messages.h"
+#include "widgets/drawingpace.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QMenu>
@@ -22,7 +24,6 @@ constexpr int headerHeight = 25;       // pixels
 constexpr int minimumSectionSize = 20; // pixels; the style's own may exceed the default size
 constexpr int defaultSectionSize = 33; // pixels
 constexpr int firstFlagValue = 2;      // place of flag row 0 in a catalogue row
-const QString readOnlyMark = QStringLiteral("★");
 
 // Place of a cell's text in a catalogue row, for the columns behind the flags.
 constexpr std::array<int, 6> valuePlaces{{13, 14, 15, 16, 13, 0}};
@@ -38,6 +39,9 @@ ParameterTable::ParameterTable(QWidget *parent)
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     buildHeaders();
     buildCornerButton();
+    drawingTimer.setSingleShot(true);
+    drawingTimer.setInterval(drawingInterval);
+    connect(&drawingTimer, &QTimer::timeout, this, &ParameterTable::drawChangedCells);
 
     menu = new QMenu(this);
     readAction = new QAction(tr("Read Current Parameter"), this);
@@ -50,6 +54,7 @@ ParameterTable::ParameterTable(QWidget *parent)
 
 void ParameterTable::buildHeaders()
 {
+    setHorizontalHeader(new ParameterHeader(ValueColumn, this));
     const auto symbols = parameterSymbols();
     for (int column = 0; column < parameterSymbolCount; ++column) {
         const ParameterSymbol &symbol = symbols.at(column);
@@ -60,7 +65,7 @@ void ParameterTable::buildHeaders()
         head->setToolTip(symbol.legend);
         setHorizontalHeaderItem(column, head);
     }
-    // "Uint" is so spelt.
+    // Deliberate: "Uint" is so spelt.
     const QStringList heads{tr("Value"), tr("Uint"), tr("Min"), tr("Max"), tr("Default"), tr("Description")};
     for (int i = 0; i < heads.size(); ++i) {
         auto *head = new QTableWidgetItem(heads.at(i));
@@ -118,6 +123,8 @@ void ParameterTable::addRow(const QStringList &values)
     for (int column = ValueColumn; column < ColumnCount; ++column) {
         auto *cell = new QTableWidgetItem(values.value(valuePlaces.at(column - ValueColumn)));
         cell->setTextAlignment(Qt::AlignCenter);
+        if (column == DescriptionColumn)
+            cell->setToolTip(cell->text()); // the column takes what is left, and may cut it short
         setItem(row, column, cell);
     }
     setRowHeight(row, pixelsPerRow);
@@ -135,27 +142,20 @@ QString ParameterTable::text(int row, Column column) const
     return cell ? cell->text() : QString();
 }
 
-QStringList ParameterTable::writeRecord(int row) const
+QStringList ParameterTable::rowTexts(int row) const
 {
-    return {code(row),
-            text(row, HexColumn),
-            text(row, ValueColumn),
-            text(row, UnitColumn),
-            text(row, MinColumn),
-            text(row, MaxColumn)};
+    QStringList texts{code(row)};
+    for (int column = 0; column < ColumnCount; ++column)
+        texts.append(text(row, Column(column)));
+    return texts;
 }
 
-bool ParameterTable::isLeftOutOfWrites(int row) const
-{
-    return text(row, ReadOnlyColumn) == readOnlyMark || text(row, DescriptionColumn) == tr("Reserved");
-}
-
-void ParameterTable::showReply(int number, const QString &replyHex)
+void ParameterTable::showReply(int number, const QByteArray &bytes)
 {
     for (int row = 0; row < rowCount(); ++row) {
-        if (code(row).midRef(4, 2).toInt() != number)
+        if (numberInGroup(code(row)) != number)
             continue;
-        const QString value = decodeValue(replyHex, text(row, HexColumn), text(row, UnitColumn),
+        const QString value = decodeValue(hexText(bytes), text(row, HexColumn), text(row, UnitColumn),
                                           text(row, MinColumn), text(row, MaxColumn));
         QTableWidgetItem *const cell = item(row, ValueColumn);
         cell->setText(value);
@@ -184,11 +184,8 @@ void ParameterTable::cellDoubleClickedSlot(int row, int col)
     if (col >= ColumnCount || row < 0)
         return;
     currentRow = row;
-    QStringList values{code(row)};
-    for (int column = 0; column < ColumnCount; ++column)
-        values.append(text(row, Column(column)));
-    // Goes with the table: a helper that was closed stays until then, and it is wanted so.
-    auto *helper = new ParameterSettingHelper(values, rowDescriptions.value(row), this);
+    // Deliberate: a helper that was closed stays until the table goes.
+    auto *helper = new ParameterSettingHelper(rowTexts(row), rowDescriptions.value(row), this);
     connect(helper, &ParameterSettingHelper::setParamValue, this, &ParameterTable::setParamValueSlot);
     connect(helper, &ParameterSettingHelper::writeDataToServo, this, &ParameterTable::writeCurrentValue);
     helper->setModal(true);
@@ -207,11 +204,11 @@ void ParameterTable::setParamValueSlot(QString value, bool setColor)
     setCurrentItem(nullptr);
 }
 
-// The Value cell, not the Description, is compared with the word for reserved rows, so an ordinary reserved
-// row offers both actions. It is wanted so.
+// Deliberate: the Value cell, not the Description, is compared with the word for reserved rows, so an
+// ordinary reserved row offers both actions.
 bool ParameterTable::offersNoWrite(int row) const
 {
-    return text(row, ReadOnlyColumn) == readOnlyMark || text(row, ValueColumn) == tr("Reserved");
+    return text(row, ReadOnlyColumn) == readOnlyMark() || text(row, ValueColumn) == reservedName();
 }
 
 void ParameterTable::contextMenuEvent(QContextMenuEvent *event)
@@ -228,31 +225,46 @@ void ParameterTable::contextMenuEvent(QContextMenuEvent *event)
     event->accept();
 }
 
-bool ParameterTable::isOnlineOrTell() const
-{
-    if (isLinkOpen())
-        return true;
-    showMessage(tr("Fail to connect to the device via USB!"));
-    return false;
-}
-
 void ParameterTable::readParams()
 {
-    if (!isOnlineOrTell() || rowCell.isEmpty())
+    if (!isOnlineOrTold() || rowCell.isEmpty())
         return;
-    emit readCurrentVlue(writeRecord(rowCell.first()));
+    emit readCurrentVlue(writeRecord(rowTexts(rowCell.first())));
 }
 
 void ParameterTable::writeParams()
 {
-    if (!isOnlineOrTell() || rowCell.isEmpty())
+    if (!isOnlineOrTold() || rowCell.isEmpty())
         return;
     const int row = rowCell.first();
     if (offersNoWrite(row))
         return;
-    const QStringList record = writeRecord(row);
+    const QStringList record = writeRecord(rowTexts(row));
     item(row, ValueColumn)->setForeground(Qt::black);
     emit writeCurrentValue(record, false);
+}
+
+// Cells that change one after another are drawn together, 25 times a second: each drawing would hold up the
+// next request of a page read.
+void ParameterTable::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                                 const QVector<int> &roles)
+{
+    if (topLeft != bottomRight || !isVisible() || QAccessible::isActive() || !drawingTimer.isActive()) {
+        QTableWidget::dataChanged(topLeft, bottomRight, roles);
+        drawingTimer.start();
+    } else {
+        undrawnCells.append({topLeft.row(), topLeft.column()});
+    }
+}
+
+void ParameterTable::drawChangedCells()
+{
+    if (undrawnCells.isEmpty())
+        return;
+    for (const auto &cell : qAsConst(undrawnCells))
+        update(model()->index(cell.first, cell.second));
+    undrawnCells.clear();
+    drawingTimer.start();
 }
 
 bool ParameterTable::eventFilter(QObject *object, QEvent *event)

@@ -3,9 +3,13 @@
 // sends, a file saves and a printout shows. Main thread; owned by ParameterEditor.
 #pragma once
 
+#include "parameter/parameterrow.h"
+
 #include <QList>
 #include <QStringList>
 #include <QTableWidget>
+#include <QTimer>
+#include <QVector>
 
 class QAbstractButton;
 class QMenu;
@@ -15,19 +19,17 @@ class ParameterTable : public QTableWidget
     Q_OBJECT
 
 public:
+    // The code of a row stands in the vertical head, so a column is one less than the place in a row's texts.
     enum Column {
-        ReadOnlyColumn,
-        ServoOffColumn,
-        RepowerColumn,
-        VolatileColumn,
-        HexColumn,
-        ValueColumn,
-        UnitColumn,
-        MinColumn,
-        MaxColumn,
-        DefaultColumn,
-        DescriptionColumn,
-        ColumnCount
+        ReadOnlyColumn = ReadOnlyValue - 1,
+        HexColumn = HexValue - 1,
+        ValueColumn = TextValue - 1,
+        UnitColumn = UnitValue - 1,
+        MinColumn = MinValue - 1,
+        MaxColumn = MaxValue - 1,
+        DefaultColumn = DefaultValue - 1,
+        DescriptionColumn = NameValue - 1,
+        ColumnCount = RowValueCount - 1
     };
 
     explicit ParameterTable(QWidget *parent = nullptr);
@@ -35,19 +37,15 @@ public:
     // Appends a catalogue row; values as ReadXmlThread delivers them.
     void addRow(const QStringList &values);
 
-    // Shows a reply, given as the hexadecimal text of its data bytes, in every row with this number in the
+    // Shows the data bytes of a reply in every row with this number in the
     // group (0 to 99).
-    void showReply(int number, const QString &replyHex);
+    void showReply(int number, const QByteArray &bytes);
 
     // Sets the colour of every Value cell back to black.
     void resetValueColours();
 
-    // Code, H mark, value, unit, min and max of a row: the form in which a parameter travels.
-    QStringList writeRecord(int row) const;
-
-    // True for a row that a page write leaves out: read-only, or named as reserved.
-    bool isLeftOutOfWrites(int row) const;
-
+    // The texts of a row, its code first.
+    QStringList rowTexts(int row) const;
     QString code(int row) const;
     QString text(int row, Column column) const;
 
@@ -71,15 +69,21 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
 
+protected slots:
+    void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                     const QVector<int> &roles = QVector<int>()) override;
+
 private:
     void buildHeaders();
     void buildCornerButton();
     void paintCornerButton();
     bool offersNoWrite(int row) const;
-    bool isOnlineOrTell() const;
+    void drawChangedCells();
 
-    int currentRow = -1;  // row of the last double-click
-    QVector<int> rowCell; // row and column of the last context menu
+    QTimer drawingTimer;                   // runs while changed cells wait to be drawn together
+    QVector<QPair<int, int>> undrawnCells; // row and column
+    int currentRow = -1;                   // row of the last double-click
+    QVector<int> rowCell;                  // row and column of the last context menu
     QMenu *menu = nullptr;
     QAction *readAction = nullptr;
     QAction *writeAction = nullptr;

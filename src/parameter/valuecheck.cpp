@@ -14,13 +14,6 @@ using Verdict = ValueCheck::Verdict;
 constexpr double greatestMagnitude = 2147483647.0; // the lowest 32-bit number is left out
 constexpr int limitDigits = 6;
 
-const QLatin1String hexPrefix("0x");
-
-bool hasPoint(const QString &text)
-{
-    return text.contains(QLatin1Char('.'));
-}
-
 int fractionLength(const QString &text)
 {
     const int point = text.indexOf(QLatin1Char('.'));
@@ -111,17 +104,11 @@ ValueCheck checkValue(const QStringList &rowValues, const QString &text)
 QString displayText(const QStringList &rowValues, const QString &text, bool isWriteRAM)
 {
     QString shown = text;
-    // Only what stays in the working memory loses its sign; what is stored keeps it, and it is wanted so.
+    // Deliberate: only what stays in the working memory loses its sign; what is stored keeps it.
     if (isWriteRAM &&
         (shown.startsWith(QLatin1Char('+')) || (shown.startsWith(QLatin1Char('-')) && shown.toDouble() == 0)))
         shown.remove(0, 1);
     if ((hasPoint(rowValues.value(MinValue)) || hasPoint(rowValues.value(MaxValue))) && !hasPoint(shown))
         shown += QLatin1String(".0");
     return shown;
-}
-
-QStringList writeRecord(const QStringList &rowValues, const QString &text)
-{
-    return {rowValues.value(CodeValue), rowValues.value(HexValue), text,
-            rowValues.value(UnitValue), rowValues.value(MinValue), rowValues.value(MaxValue)};
 }

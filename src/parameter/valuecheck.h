@@ -2,25 +2,10 @@
 // What a user may enter for a parameter, judged by the texts of its row alone. Pure functions; any thread.
 #pragma once
 
+#include "parameter/parameterrow.h"
+
 #include <QString>
 #include <QStringList>
-
-// Places in a row's texts as the setting helper gets them: the code, then the columns of the table.
-enum RowValue {
-    CodeValue,
-    ReadOnlyValue,
-    ServoOffValue,
-    RepowerValue,
-    VolatileValue,
-    HexValue,
-    TextValue,
-    UnitValue,
-    MinValue,
-    MaxValue,
-    DefaultValue,
-    NameValue,
-    RowValueCount
-};
 
 struct ValueCheck
 {
@@ -37,6 +22,3 @@ ValueCheck checkValue(const QStringList &rowValues, const QString &text);
 
 // The accepted text as the table shows it afterwards. isWriteRAM: it goes to the working memory only.
 QString displayText(const QStringList &rowValues, const QString &text, bool isWriteRAM);
-
-// Code, H mark, text, unit, min and max: the form in which a parameter travels.
-QStringList writeRecord(const QStringList &rowValues, const QString &text);

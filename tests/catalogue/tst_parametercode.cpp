@@ -108,8 +108,14 @@ void ParameterCodeTest::codeIsSpeltAsInTheCatalogue_data()
                                << "Pn-A0x";
     QTest::newRow("no group") << "Pn-G00"
                               << "Pn-G00";
-    QTest::newRow("too short") << "Pn-A0"
-                               << "Pn-A0";
+    QTest::newRow("one digit") << "Pn-A4"
+                               << "Pn-A04";
+    QTest::newRow("one digit and a letter") << "Pn-A4x"
+                                            << "Pn-A4x";
+    QTest::newRow("blanks around") << " Pn-A4 "
+                                   << "Pn-A04";
+    QTest::newRow("too short") << "Pn-A"
+                               << "Pn-A";
     QTest::newRow("empty") << ""
                            << "";
 }
@@ -412,6 +418,19 @@ void ParameterCodeTest::textIsEncoded_data()
                                 << "0.01ms"
                                 << "0.10"
                                 << "100.00" << hex("0032");
+    // For this code alone a unit of tenths is no factor of ten by itself: its limits decide.
+    QTest::newRow("tenths of the one exception") << "Pn-638"
+                                                 << ""
+                                                 << "0.50"
+                                                 << "0.1ms"
+                                                 << "0.00"
+                                                 << "100.00" << hex("0032");
+    QTest::newRow("tenths of its neighbour") << "Pn-637"
+                                             << ""
+                                             << "0.50"
+                                             << "0.1ms"
+                                             << "0.00"
+                                             << "100.00" << hex("0005");
     QTest::newRow("hundredths by the limits") << "Pn-601"
                                               << ""
                                               << "1.25"

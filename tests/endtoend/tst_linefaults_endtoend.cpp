@@ -5,6 +5,7 @@
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametertable.h"
 #include "shell/mainwindow.h"
+#include "support/editordriver.h"
 #include "support/modalanswers.h"
 #include "support/rununtil.h"
 #include "support/workplace.h"
@@ -31,7 +32,7 @@ const QString usb = QStringLiteral("USB");
 
 bool isReading(const ParameterEditor *editor, int from)
 {
-    const QProgressDialog *const progress = Workplace::progress(editor);
+    const QProgressDialog *const progress = EditorDriver(editor).progress();
     return progress->isVisible() && progress->value() >= from;
 }
 
@@ -63,7 +64,7 @@ void LineFaultsEndToEndTest::refusedRequestsDoNotStopTheRead()
 {
     ModalAnswers boxes;
     Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(usb);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, usb);
     QVERIFY(editor);
     QVERIFY(place.drive->setFault(QStringLiteral("exception 2 5")));
     boxes.expect(readingDone);
@@ -77,7 +78,7 @@ void LineFaultsEndToEndTest::garbageEndsTheReadWithAMessage()
 {
     ModalAnswers boxes;
     Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(rs485);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, rs485);
     QVERIFY(editor);
     boxes.expect(requestTimeout);
     Workplace::clickAction(editor, "readAction");
@@ -86,7 +87,7 @@ void LineFaultsEndToEndTest::garbageEndsTheReadWithAMessage()
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
     // Bytes arrive, so the link stays on-line.
     QVERIFY(place.isShownOnline());
-    QVERIFY(!Workplace::progress(editor)->isVisible());
+    QVERIFY(!EditorDriver(editor).progress()->isVisible());
     QVERIFY(place.drive->setFault(QStringLiteral("garbage off")));
 }
 
@@ -96,7 +97,7 @@ void LineFaultsEndToEndTest::breakAPageRead(const std::function<void(kt500sim::S
 {
     ModalAnswers boxes;
     Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(rs485);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, rs485);
     QVERIFY(editor);
     boxes.expect(requestTimeout);
     boxes.expectPassing(failed);
@@ -110,8 +111,8 @@ void LineFaultsEndToEndTest::breakAPageRead(const std::function<void(kt500sim::S
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
-    QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
-    QCOMPARE(Workplace::value(editor, 11, QStringLiteral("Pn-B95")),
+    QCOMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
+    QCOMPARE(EditorDriver(editor).value(11, QStringLiteral("Pn-B95")),
              QString::number(*place.drive->readRegister(1195)));
 }
 
@@ -125,7 +126,7 @@ void LineFaultsEndToEndTest::silenceInAPageWriteIsToldByTheLink()
 {
     ModalAnswers boxes;
     Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(usb);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, usb);
     QVERIFY(editor);
     boxes.expectPassing(failed);
     // A missing acknowledgement of a write is told, a missing read-back is not; chance decides which it is.
@@ -133,7 +134,7 @@ void LineFaultsEndToEndTest::silenceInAPageWriteIsToldByTheLink()
     Workplace::clickAction(editor, "writeAction");
     QTRY_VERIFY(isReading(editor, 30));
     QVERIFY(place.drive->setFault(QStringLiteral("silence 3000")));
-    QTRY_VERIFY_WITH_TIMEOUT(!Workplace::progress(editor)->isVisible(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(!EditorDriver(editor).progress()->isVisible(), 10000);
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 10000);
 }
@@ -142,7 +143,7 @@ void LineFaultsEndToEndTest::unpluggedWhileIdleComesBackWhenUsed()
 {
     ModalAnswers boxes;
     Workplace place;
-    ParameterEditor *const editor = place.openConnectedEditor(usb);
+    ParameterEditor *const editor = EditorDriver::openConnected(&place, usb);
     QVERIFY(editor);
     place.drive->hangUp(std::chrono::milliseconds(0));
     QTRY_VERIFY(place.drive->isHungUp());
@@ -156,7 +157,7 @@ void LineFaultsEndToEndTest::unpluggedWhileIdleComesBackWhenUsed()
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline(), 10000);
     place.drive->writeRegister(7, 4321);
     editor->readCurrentParameter({QStringLiteral("Pn-007")});
-    QTRY_COMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
+    QTRY_COMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
 }
 
 void LineFaultsEndToEndTest::unpluggedInMidTransferIsToldAndComesBack()
@@ -173,10 +174,10 @@ void LineFaultsEndToEndTest::streamOfAnEarlierSessionIsStopped()
     place.connectTo(usb);
     QTRY_VERIFY(!place.drive->isStreaming());
     QTRY_VERIFY(place.isShownOnline());
-    ParameterEditor *const editor = place.openEditor();
+    ParameterEditor *const editor = EditorDriver::open(place);
     place.drive->writeRegister(7, 4321);
     editor->readCurrentParameter({QStringLiteral("Pn-007")});
-    QTRY_COMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
+    QTRY_COMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
 }
 
 void LineFaultsEndToEndTest::closingTheEditorInMidTransferLeavesTheLink()
@@ -185,14 +186,14 @@ void LineFaultsEndToEndTest::closingTheEditorInMidTransferLeavesTheLink()
     Workplace place;
     place.connectTo(rs485);
     QTRY_VERIFY(place.isShownOnline());
-    const QPointer<ParameterEditor> editor = place.openEditor();
+    const QPointer<ParameterEditor> editor = EditorDriver::open(place);
     Workplace::clickAction(editor, "readAction");
     QTRY_VERIFY(isReading(editor, 50));
     place.window()->findChild<QMdiArea *>()->closeAllSubWindows();
     QTRY_VERIFY(!editor);
     QVERIFY(!QApplication::activeModalWidget());
     // A new editor works at once.
-    const ParameterEditor *const next = place.openEditor();
+    const ParameterEditor *const next = EditorDriver::open(place);
     QVERIFY(next);
     boxes.expect(readingDone);
     Workplace::clickAction(next, "readAction");
@@ -205,7 +206,7 @@ void LineFaultsEndToEndTest::closingTheApplicationInMidTransferEnds()
     Workplace place;
     place.connectTo(rs485);
     QTRY_VERIFY(place.isShownOnline());
-    const QPointer<ParameterEditor> editor = place.openEditor();
+    const QPointer<ParameterEditor> editor = EditorDriver::open(place);
     Workplace::clickAction(editor, "readAction");
     QTRY_VERIFY(isReading(editor, 50));
     QVERIFY(place.window()->close());
@@ -223,7 +224,7 @@ void LineFaultsEndToEndTest::nothingIsSentByItselfAfterAReconnect()
     ModalAnswers boxes;
     boxes.expectPassing(failed);
     Workplace place;
-    ParameterEditor *const editor = place.openConnectedEditor(usb);
+    ParameterEditor *const editor = EditorDriver::openConnected(&place, usb);
     QVERIFY(editor);
     QVERIFY(place.drive->setFault(QStringLiteral("silence 2500")));
     boxes.expect(writeTimeout);
@@ -248,16 +249,16 @@ void LineFaultsEndToEndTest::valueThatASilentDriveDidNotTakeIsToldLater()
     const QString code = QStringLiteral("Pn-007");
     ModalAnswers boxes;
     Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(speed);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, speed);
     QVERIFY(editor);
     const quint16 before = *place.drive->readRegister(7);
     QVERIFY(before != 1234);
-    const ParameterSettingHelper *const helper = Workplace::openHelper(editor, 0, code);
+    const ParameterSettingHelper *const helper = EditorDriver(editor).openHelper(0, code);
     QVERIFY(helper);
     helper->findChild<QLineEdit *>(QStringLiteral("valueEdit"))->setText(QStringLiteral("123.4"));
     const auto showsTheNewValue = [&] {
-        return Workplace::value(editor, 0, code) == QLatin1String("123.4") &&
-               Workplace::colour(editor, 0, code) == QColor(Qt::red);
+        return EditorDriver(editor).value(0, code) == QLatin1String("123.4") &&
+               EditorDriver(editor).colour(0, code) == QColor(Qt::red);
     };
     QVERIFY(!showsTheNewValue());
     QVERIFY(place.drive->setFault(QStringLiteral("silence 3000")));

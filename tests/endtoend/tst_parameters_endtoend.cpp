@@ -5,6 +5,7 @@
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
 #include "shell/mainwindow.h"
+#include "support/editordriver.h"
 #include "support/modalanswers.h"
 #include "support/rununtil.h"
 #include "support/workplace.h"
@@ -64,11 +65,11 @@ void ParametersEndToEndTest::wholeCatalogueIsReadFromTheDrive()
     ModalAnswers boxes;
     Workplace place(language);
     QVERIFY(!place.isShownOnline());
-    const ParameterEditor *const editor = place.openConnectedEditor(speed);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, speed);
     QVERIFY(editor);
     // Every value is another than the default, so that what is shown can only come from the drive.
     for (int index = 0; index < 12; ++index) {
-        const ParameterTable *const page = Workplace::page(editor, index);
+        const ParameterTable *const page = EditorDriver(editor).page(index);
         for (int row = 0; row < page->rowCount(); ++row)
             page->item(row, ParameterTable::ValueColumn)->setText(QStringLiteral("unread"));
     }
@@ -81,7 +82,7 @@ void ParametersEndToEndTest::wholeCatalogueIsReadFromTheDrive()
     QVERIFY(int(place.drive->counters().requests) >= rows);
     int shown = 0;
     for (int index = 0; index < 12; ++index) {
-        const ParameterTable *const page = Workplace::page(editor, index);
+        const ParameterTable *const page = EditorDriver(editor).page(index);
         for (int row = 0; row < page->rowCount(); ++row, ++shown) {
             const QString text = page->text(row, ParameterTable::ValueColumn);
             QVERIFY2(text != QLatin1String("unread") && !text.isEmpty(), qPrintable(page->code(row)));
@@ -89,13 +90,13 @@ void ParametersEndToEndTest::wholeCatalogueIsReadFromTheDrive()
     }
     QCOMPARE(shown, rows);
     // Some registers, read off the drive and converted by hand.
-    QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")),
+    QCOMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-007")),
              QString::number(*place.drive->readRegister(7) / 10.0, 'f', 1));
-    QCOMPARE(Workplace::value(editor, 10, QStringLiteral("Pn-A04")),
+    QCOMPARE(EditorDriver(editor).value(10, QStringLiteral("Pn-A04")),
              QString::number(*place.drive->readPair(1004)));
-    QCOMPARE(Workplace::value(editor, 6, QStringLiteral("Pn-638")),
+    QCOMPARE(EditorDriver(editor).value(6, QStringLiteral("Pn-638")),
              QString::number(*place.drive->readRegister(638) / 100.0, 'f', 2));
-    QCOMPARE(Workplace::value(editor, 2, QStringLiteral("Pn-200")),
+    QCOMPARE(EditorDriver(editor).value(2, QStringLiteral("Pn-200")),
              QStringLiteral("0x%1").arg(*place.drive->readRegister(200), 4, 16, QLatin1Char('0')));
 }
 
@@ -103,25 +104,25 @@ void ParametersEndToEndTest::changedValueIsShownBlue()
 {
     ModalAnswers boxes;
     Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, QStringLiteral("USB"));
     QVERIFY(editor);
     place.drive->writeRegister(7, 1234);
     boxes.expect(readingDone);
     Workplace::clickAction(editor, "readAction");
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 30000));
-    QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("123.4"));
-    QCOMPARE(Workplace::colour(editor, 0, QStringLiteral("Pn-007")), QColor(Qt::blue));
+    QCOMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-007")), QStringLiteral("123.4"));
+    QCOMPARE(EditorDriver(editor).colour(0, QStringLiteral("Pn-007")), QColor(Qt::blue));
 }
 
 void ParametersEndToEndTest::pageWriteReachesBothCopiesOfTheDrive()
 {
     ModalAnswers boxes;
     Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, QStringLiteral("USB"));
     QVERIFY(editor);
-    Workplace::keepOnly(editor, {"Pn-007", "Pn-100", "Pn-304", "Pn-A04"});
-    Workplace::setValue(editor, 0, QStringLiteral("Pn-007"), QStringLiteral("321.5"));
-    Workplace::setValue(editor, 10, QStringLiteral("Pn-A04"), QStringLiteral("-123456"));
+    EditorDriver(editor).keepOnly({"Pn-007", "Pn-100", "Pn-304", "Pn-A04"});
+    EditorDriver(editor).setValue(0, QStringLiteral("Pn-007"), QStringLiteral("321.5"));
+    EditorDriver(editor).setValue(10, QStringLiteral("Pn-A04"), QStringLiteral("-123456"));
     boxes.expect(writingDone);
     Workplace::clickAction(editor, "writeAction");
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 20000));
@@ -136,7 +137,7 @@ void ParametersEndToEndTest::ramWriteIsLostWithThePower()
 {
     ModalAnswers boxes;
     Workplace place;
-    ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
+    ParameterEditor *const editor = EditorDriver::openConnected(&place, QStringLiteral("USB"));
     QVERIFY(editor);
     const quint16 stored = *place.drive->readRegister(7);
     editor->writeCurrentParameterToServo({"Pn-007", "", "55.5", "0.1rpm", "0.0", "6000.0"}, true);
@@ -150,17 +151,17 @@ void ParametersEndToEndTest::oneParameterIsReadFromItsMenu()
 {
     ModalAnswers boxes;
     Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("115200(485)"));
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, QStringLiteral("115200(485)"));
     QVERIFY(editor);
     place.drive->writeRegister(8, 777);
-    ParameterTable *const page = Workplace::page(editor, 0);
-    const int row = Workplace::rowOf(page, QStringLiteral("Pn-008"));
+    ParameterTable *const page = EditorDriver(editor).page(0);
+    const int row = EditorDriver::rowOf(page, QStringLiteral("Pn-008"));
     const QPoint pos = page->visualItemRect(page->item(row, ParameterTable::ValueColumn)).center();
     QContextMenuEvent event(QContextMenuEvent::Mouse, pos, page->viewport()->mapToGlobal(pos));
     QCoreApplication::sendEvent(page->viewport(), &event);
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Down);
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Return);
-    QTRY_COMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-008")), QStringLiteral("777"));
+    QTRY_COMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-008")), QStringLiteral("777"));
 }
 
 void ParametersEndToEndTest::titleAndIndicatorFollow()
@@ -168,7 +169,7 @@ void ParametersEndToEndTest::titleAndIndicatorFollow()
     Workplace place(QStringLiteral("zh_CN"));
     place.connectTo(QStringLiteral("115200(485)"));
     QTRY_VERIFY(place.isShownOnline());
-    QVERIFY(place.openEditor());
+    QVERIFY(EditorDriver::open(place));
     auto *const area = place.window()->findChild<QMdiArea *>();
     area->subWindowList().first()->showMaximized();
     QTRY_COMPARE(place.window()->windowTitle(), QStringLiteral("Velmora V1.0.3 - [参数编辑]"));

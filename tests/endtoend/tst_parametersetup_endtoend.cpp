@@ -5,6 +5,7 @@
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametertable.h"
 #include "shell/mainwindow.h"
+#include "support/editordriver.h"
 #include "support/filedialoganswers.h"
 #include "support/modalanswers.h"
 #include "support/rununtil.h"
@@ -48,8 +49,8 @@ Words wordsOf(const QString &language)
 // Chooses the entry of a row's menu: 1 reads the row, 2 stores it.
 void chooseInMenu(const ParameterEditor *editor, int index, const QString &code, int entry)
 {
-    const QPoint place = Workplace::showValue(editor, index, code);
-    QWidget *const viewport = Workplace::page(editor, index)->viewport();
+    const QPoint place = EditorDriver(editor).showValue(index, code);
+    QWidget *const viewport = EditorDriver(editor).page(index)->viewport();
     QContextMenuEvent event(QContextMenuEvent::Mouse, place, viewport->mapToGlobal(place));
     QCoreApplication::sendEvent(viewport, &event);
     QWidget *const menu = QApplication::activePopupWidget();
@@ -136,7 +137,7 @@ int setUpMachine(const Workplace &place, const ParameterEditor *editor, const QS
     const kt500sim::RegisterTable table = kt500sim::builtInRegisterTable();
     int count = 0;
     for (int index = 0; index < pageCount; ++index) {
-        const ParameterTable *const page = Workplace::page(editor, index);
+        const ParameterTable *const page = EditorDriver(editor).page(index);
         for (int row = 0; row < page->rowCount(); ++row) {
             const int offset = offsetOf(page->code(row));
             const auto entry = std::find_if(table.begin(), table.end(),
@@ -189,38 +190,38 @@ void ParameterSetupEndToEndTest::valueIsTriedInRamAndThenKept()
     const QString code = QStringLiteral("Pn-007");
     ModalAnswers boxes;
     Workplace place(language);
-    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("115200(485)"));
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, QStringLiteral("115200(485)"));
     QVERIFY(editor);
     const quint16 factory = *place.drive->readRegister(7);
     QVERIFY(factory != 1234);
     const auto answers = answersOf(place);
 
     // To working memory: red, and the drive's memory keeps what it had.
-    const ParameterSettingHelper *const helper = Workplace::openHelper(editor, 0, code);
+    const ParameterSettingHelper *const helper = EditorDriver(editor).openHelper(0, code);
     QVERIFY(helper);
     helper->findChild<QLineEdit *>(QStringLiteral("valueEdit"))->setText(QStringLiteral("123.4"));
     clickButton(helper, "okButton");
     QTRY_COMPARE(answers.count(), 1);
     QCOMPARE(*place.drive->readRegister(7), quint16(1234));
     QCOMPARE(*place.drive->readRegister(7, RegisterCopy::Stored), factory);
-    QCOMPARE(Workplace::value(editor, 0, code), QStringLiteral("123.4"));
-    QCOMPARE(Workplace::colour(editor, 0, code), QColor(Qt::red));
+    QCOMPARE(EditorDriver(editor).value(0, code), QStringLiteral("123.4"));
+    QCOMPARE(EditorDriver(editor).colour(0, code), QColor(Qt::red));
 
     // Read back: the text on the screen is the drive's answer.
-    Workplace::setValue(editor, 0, code, QStringLiteral("unread"));
+    EditorDriver(editor).setValue(0, code, QStringLiteral("unread"));
     chooseInMenu(editor, 0, code, 1);
-    QTRY_COMPARE(Workplace::value(editor, 0, code), QStringLiteral("123.4"));
+    QTRY_COMPARE(EditorDriver(editor).value(0, code), QStringLiteral("123.4"));
 
     // Kept: black, and in both copies.
     chooseInMenu(editor, 0, code, 2);
     QTRY_COMPARE(answers.count(), 3);
     QCOMPARE(*place.drive->readRegister(7, RegisterCopy::Stored), quint16(1234));
-    QCOMPARE(Workplace::colour(editor, 0, code), QColor(Qt::black));
+    QCOMPARE(EditorDriver(editor).colour(0, code), QColor(Qt::black));
 
     place.drive->powerCycle();
-    Workplace::setValue(editor, 0, code, QStringLiteral("unread"));
+    EditorDriver(editor).setValue(0, code, QStringLiteral("unread"));
     chooseInMenu(editor, 0, code, 1);
-    QTRY_COMPARE(Workplace::value(editor, 0, code), QStringLiteral("123.4"));
+    QTRY_COMPARE(EditorDriver(editor).value(0, code), QStringLiteral("123.4"));
     QCOMPARE(*place.drive->readRegister(7), quint16(1234));
 }
 
@@ -229,11 +230,11 @@ void ParameterSetupEndToEndTest::choiceOfAFormIsTriedInRamAndThenKept()
     const QString code = QStringLiteral("Pn-004");
     ModalAnswers boxes;
     Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, QStringLiteral("USB"));
     QVERIFY(editor);
 
     const auto answers = answersOf(place);
-    const ParameterSettingHelper *helper = Workplace::openHelper(editor, 0, code);
+    const ParameterSettingHelper *helper = EditorDriver(editor).openHelper(0, code);
     QVERIFY(helper);
     auto *const hundreds = helper->findChild<QComboBox *>(QStringLiteral("Pn-004hundreds"));
     QVERIFY(hundreds);
@@ -242,20 +243,20 @@ void ParameterSetupEndToEndTest::choiceOfAFormIsTriedInRamAndThenKept()
     QTRY_COMPARE(answers.count(), 1);
     QCOMPARE(*place.drive->readRegister(4), quint16(0x0100));
     QCOMPARE(*place.drive->readRegister(4, RegisterCopy::Stored), quint16(0));
-    QCOMPARE(Workplace::colour(editor, 0, code), QColor(Qt::red));
+    QCOMPARE(EditorDriver(editor).colour(0, code), QColor(Qt::red));
 
     // A choice that the power took away, made again and kept by the other button.
     place.drive->powerCycle();
     chooseInMenu(editor, 0, code, 1);
-    QTRY_COMPARE(Workplace::value(editor, 0, code), QStringLiteral("0x0000"));
-    helper = Workplace::openHelper(editor, 0, code);
+    QTRY_COMPARE(EditorDriver(editor).value(0, code), QStringLiteral("0x0000"));
+    helper = EditorDriver(editor).openHelper(0, code);
     QVERIFY(helper);
     QTest::keyClick(helper->findChild<QComboBox *>(QStringLiteral("Pn-004hundreds")), Qt::Key_Down);
     clickButton(helper, "writeButton");
     QTRY_COMPARE(answers.count(), 3);
     QCOMPARE(*place.drive->readRegister(4, RegisterCopy::Stored), quint16(0x0100));
-    QCOMPARE(Workplace::value(editor, 0, code), QStringLiteral("0x0100"));
-    QCOMPARE(Workplace::colour(editor, 0, code), QColor(Qt::black));
+    QCOMPARE(EditorDriver(editor).value(0, code), QStringLiteral("0x0100"));
+    QCOMPARE(EditorDriver(editor).colour(0, code), QColor(Qt::black));
     place.drive->powerCycle();
     QCOMPARE(*place.drive->readRegister(4), quint16(0x0100));
 }
@@ -278,10 +279,10 @@ void ParameterSetupEndToEndTest::driveFromTheFactoryShowsTheDefaults()
     QFETCH(QStringList, others);
     ModalAnswers boxes;
     Workplace place(language);
-    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, QStringLiteral("USB"));
     QVERIFY(editor);
     for (int index = 0; index < pageCount; ++index) {
-        const ParameterTable *const page = Workplace::page(editor, index);
+        const ParameterTable *const page = EditorDriver(editor).page(index);
         for (int row = 0; row < page->rowCount(); ++row)
             page->item(row, ParameterTable::ValueColumn)->setText(QStringLiteral("unread"));
     }
@@ -291,7 +292,7 @@ void ParameterSetupEndToEndTest::driveFromTheFactoryShowsTheDefaults()
 
     int compared = 0;
     for (int index = 0; index < pageCount; ++index) {
-        const ParameterTable *const page = Workplace::page(editor, index);
+        const ParameterTable *const page = EditorDriver(editor).page(index);
         for (int row = 0; row < page->rowCount(); ++row) {
             const QString byDefault = page->text(row, ParameterTable::DefaultColumn);
             // A mistyped code of the English catalogue is read as a row of another page.
@@ -334,7 +335,7 @@ void ParameterSetupEndToEndTest::setUpReturnsToAResetDriveFromItsFile()
     ModalAnswers boxes;
     FileDialogAnswers dialogs;
     Workplace place(language);
-    const ParameterEditor *const editor = place.openConnectedEditor(QStringLiteral("USB"));
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, QStringLiteral("USB"));
     QVERIFY(editor);
     const int setUp = setUpMachine(place, editor, reserved);
     QVERIFY(setUp > 300);
@@ -350,7 +351,7 @@ void ParameterSetupEndToEndTest::setUpReturnsToAResetDriveFromItsFile()
     place.drive->factoryReset();
     QVERIFY(place.drive->registers().working != machine.working);
     for (int index = 0; index < pageCount; ++index) {
-        const ParameterTable *const page = Workplace::page(editor, index);
+        const ParameterTable *const page = EditorDriver(editor).page(index);
         for (int row = 0; row < page->rowCount(); ++row)
             page->item(row, ParameterTable::ValueColumn)->setText(QString());
     }
@@ -367,7 +368,7 @@ void ParameterSetupEndToEndTest::setUpReturnsToAResetDriveFromItsFile()
     const kt500sim::RegisterTable table = kt500sim::builtInRegisterTable();
     QMap<int, quint16> fromFile; // what the file's rows leave in each register, one after the other
     for (int index = 0; index < pageCount; ++index) {
-        const ParameterTable *const page = Workplace::page(editor, index);
+        const ParameterTable *const page = EditorDriver(editor).page(index);
         QCOMPARE(file.at(index).size(), page->rowCount());
         for (int row = 0; row < page->rowCount(); ++row) {
             const int offset = offsetOf(page->code(row));

@@ -36,6 +36,8 @@ private slots:
     void init();
     void pdfFileIsWhole();
     void pdfReplacesAnOlderFile();
+    void pdfNeedsNoRoomElsewhere();
+    void pdfIsWrittenWhereNoSecondFileFits();
     void failedPdfLeavesWhatWasThere_data();
     void failedPdfLeavesWhatWasThere();
 #ifdef Q_OS_UNIX
@@ -77,6 +79,34 @@ void PdfFileTest::pdfReplacesAnOlderFile()
     QVERIFY(writePdfFile(older.fileName(), QString(), [](QPrinter *printer) { paintSheets(printer, 3); }));
     QVERIFY(contentOf(older.fileName()).startsWith("%PDF-1."));
     QVERIFY(older.size() < 1000000);
+}
+
+void PdfFileTest::pdfNeedsNoRoomElsewhere()
+{
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", "/nowhere");
+    QStringList during;
+    const bool isWritten = writePdfFile(QStringLiteral("list.pdf"), QString(), [&during](QPrinter *printer) {
+        paintSheets(printer, 1);
+        during = QDir().entryList(QDir::Files | QDir::Hidden);
+    });
+    qputenv("TMPDIR", before);
+    QVERIFY(isWritten);
+    QCOMPARE(during.size(), 1);
+    QVERIFY(during.first() != QLatin1String("list.pdf"));
+    QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), QStringList{"list.pdf"});
+    QVERIFY(contentOf(QStringLiteral("list.pdf")).startsWith("%PDF-1."));
+}
+
+void PdfFileTest::pdfIsWrittenWhereNoSecondFileFits()
+{
+    // No name beside it can be longer.
+    const QString path = QString(250, QLatin1Char('n')) + QLatin1String(".pdf");
+    for (int i = 0; i < 2; ++i) {
+        QVERIFY(writePdfFile(path, QString(), [](QPrinter *printer) { paintSheets(printer, 2); }));
+        QVERIFY(contentOf(path).trimmed().endsWith("%%EOF"));
+        QCOMPARE(QDir().entryList(QDir::Files | QDir::Hidden), QStringList{path});
+    }
 }
 
 void PdfFileTest::failedPdfLeavesWhatWasThere_data()

@@ -5,6 +5,7 @@
 
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
+#include "support/editordriver.h"
 #include "support/registerpeer.h"
 
 #include <QListWidget>
@@ -28,37 +29,12 @@ public:
     ~EditorBench() { delete editor; }
     Q_DISABLE_COPY_MOVE(EditorBench)
 
-    bool waitForCatalogue() const
-    {
-        return QTest::qWaitFor([this] { return list->currentRow() == 1; });
-    }
-    ParameterTable *page(int index) const { return qobject_cast<ParameterTable *>(stack->widget(index)); }
-    int rowOf(int index, const QString &code) const
-    {
-        for (int row = 0; row < page(index)->rowCount(); ++row) {
-            if (page(index)->code(row) == code)
-                return row;
-        }
-        return -1;
-    }
-    QString value(int index, const QString &code) const
-    {
-        return page(index)->text(rowOf(index, code), ParameterTable::ValueColumn);
-    }
-    QColor colour(int index, const QString &code) const
-    {
-        return page(index)->item(rowOf(index, code), ParameterTable::ValueColumn)->foreground().color();
-    }
-    // Leaves the named rows only, so that a page write is short.
-    void keepOnly(const QStringList &codes) const
-    {
-        for (int index = 0; index < stack->count(); ++index) {
-            for (int row = page(index)->rowCount() - 1; row >= 0; --row) {
-                if (!codes.contains(page(index)->code(row)))
-                    page(index)->removeRow(row);
-            }
-        }
-    }
+    EditorDriver driver() const { return EditorDriver(editor); }
+    bool waitForCatalogue() const { return driver().waitForCatalogue(); }
+    ParameterTable *page(int index) const { return driver().page(index); }
+    QString value(int index, const QString &code) const { return driver().value(index, code); }
+    QColor colour(int index, const QString &code) const { return driver().colour(index, code); }
+    void keepOnly(const QStringList &codes) const { driver().keepOnly(codes); }
 
     QPointer<ParameterEditor> editor = new ParameterEditor;
     RegisterPeer peer;

@@ -6,6 +6,7 @@
 #include "parameter/parameterbatch.h"
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
+#include "support/editordriver.h"
 #include "support/registerpeer.h"
 #include "support/testdirectory.h"
 
@@ -28,13 +29,11 @@ public:
         QObject::connect(editor.get(), qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort),
                          &peer, &RegisterPeer::take);
         QObject::connect(&peer, &RegisterPeer::reply, editor.get(), &ParameterEditor::handleBaseParameter);
-        // The first page is selected when the last row has come.
-        const auto *const list = editor->findChild<QListWidget *>();
-        if (!QTest::qWaitFor([list] { return list->currentRow() == 1; }, 20000))
+        const EditorDriver driver(editor.get());
+        if (!driver.waitForCatalogue())
             throw std::runtime_error("the catalogue was not loaded");
-        const auto *const stack = editor->findChild<QStackedWidget *>();
-        for (int i = 0; i < stack->count(); ++i)
-            pages.append(qobject_cast<ParameterTable *>(stack->widget(i)));
+        for (int i = 0; i < driver.pageCount(); ++i)
+            pages.append(driver.page(i));
         const QWidgetList windows = QApplication::topLevelWidgets();
         for (QWidget *window : windows) {
             if (auto *const found = qobject_cast<ParameterBatch *>(window))
@@ -47,15 +46,7 @@ public:
         return pages.at(page)->item(row, ParameterTable::ValueColumn);
     }
 
-    // Row of the page on which the code stands, by the text of its head.
-    int rowOf(int page, const QString &code) const
-    {
-        for (int row = 0; row < pages.at(page)->rowCount(); ++row) {
-            if (pages.at(page)->verticalHeaderItem(row)->text() == code)
-                return row;
-        }
-        return -1;
-    }
+    int rowOf(int page, const QString &code) const { return EditorDriver::rowOf(pages.at(page), code); }
 
     TestDirectory directory;
     RegisterPeer peer;

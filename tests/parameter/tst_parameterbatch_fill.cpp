@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/modalanswers.h"
 #include "support/wire.h"
 
@@ -151,7 +152,7 @@ void ParameterBatchFillTest::codeOfNoPageGivesF_data()
     QTest::newRow("group that is no digit") << "Pn-G00";
     QTest::newRow("number that is none") << "Pn-1x1";
     QTest::newRow("number with a sign") << "Pn-0-7";
-    QTest::newRow("too short") << "Pn-10";
+    QTest::newRow("too short") << "Pn-1";
     QTest::newRow("empty") << "";
     QTest::newRow("digits of another script") << QString::fromUtf8("Pn-1١١");
 }
@@ -195,8 +196,16 @@ void ParameterBatchFillTest::codeIsSpeltAsOnThePage_data()
                                         << "Pn-A04";
     QTest::newRow("another prefix") << "xx-A04"
                                     << "Pn-A04";
+    QTest::newRow("one digit") << "Pn-08"
+                               << "Pn-008";
+    QTest::newRow("one digit, zero") << "Pn-10"
+                                     << "Pn-100";
+    QTest::newRow("blanks around") << " Pn-08 "
+                                   << "Pn-008";
     QTest::newRow("no page") << "pn-c00"
                              << "pn-c00";
+    QTest::newRow("no page, blanks around") << " pn-c00 "
+                                            << "pn-c00";
 }
 
 void ParameterBatchFillTest::codeIsSpeltAsOnThePage()
@@ -262,14 +271,14 @@ void ParameterBatchFillTest::typedCodeIsTransferredInItsWidth()
     type(loaded.batch->table(), 0, 0, typed);
     type(loaded.batch->table(), 0, 6, QStringLiteral("65541"));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters writing completed"));
+    boxes.expect(editortext::writingDone);
     loaded.editor->writeCsvSlot();
     QTRY_VERIFY(boxes.isDone());
     const QByteArray readFrame = wire::frame("01 03 23 ec 00 02");
     QCOMPARE(loaded.peer.frames, (QList<QByteArray>{wire::frame("01 10 e3 ec 00 02 04 00 01 00 05"),
                                                     readFrame, readFrame, readFrame}));
     loaded.peer.frames.clear();
-    boxes.expect(QStringLiteral("Parameters reading completed"));
+    boxes.expect(editortext::readingDone);
     loaded.editor->readParaCsvSlot();
     QTRY_VERIFY(boxes.isDone());
     QCOMPARE(loaded.peer.frames, QList<QByteArray>{readFrame});

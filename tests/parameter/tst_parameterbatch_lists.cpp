@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Lists from files on their way to the drive: what of them is written, and in which width.
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/filedialoganswers.h"
 #include "support/modalanswers.h"
 #include "support/wire.h"
@@ -18,6 +19,10 @@ private slots:
     void readOnlyRowWithoutItsMarkIsNotWritten();
     void reservedRowOfTheOtherLanguageIsNotWritten_data();
     void reservedRowOfTheOtherLanguageIsNotWritten();
+    void unknownRowOfAParametersRegisterIsNotWritten_data();
+    void unknownRowOfAParametersRegisterIsNotWritten();
+    void fileThatIsNoListChangesNothing_data();
+    void fileThatIsNoListChangesNothing();
 };
 
 namespace {
@@ -42,7 +47,7 @@ void open(const LoadedEditor &loaded, const QByteArray &list)
 void write(const LoadedEditor &loaded)
 {
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters writing completed"));
+    boxes.expect(editortext::writingDone);
     loaded.editor->writeCsvSlot();
     QTRY_VERIFY(boxes.isDone());
 }
@@ -50,7 +55,7 @@ void write(const LoadedEditor &loaded)
 void read(const LoadedEditor &loaded)
 {
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters reading completed"));
+    boxes.expect(editortext::readingDone);
     loaded.editor->readParaCsvSlot();
     QTRY_VERIFY(boxes.isDone());
 }
@@ -63,6 +68,8 @@ void ParameterBatchListsTest::codeSpeltOtherwiseIsTransferredInItsWidth_data()
     QTest::newRow("as the catalogue") << QByteArray("Pn-A04-1,,,,,,65541,,,,,,,\n");
     QTest::newRow("small letters") << QByteArray("pn-a04-1,,,,,,65541,,,,,,,\n");
     QTest::newRow("small digit") << QByteArray("Pn-a04-1,,,,,,65541,,,,,,,\n");
+    QTest::newRow("one digit") << QByteArray("Pn-A4,,,,,,65541,,,,,,,\n");
+    QTest::newRow("blanks around") << QByteArray(" Pn-A4 ,,,,,,65541,,,,,,,\n");
     QTest::newRow("great letters") << QByteArray("PN-A04-1,,,,,,65541,,,,,,,\n");
     // A line counts as a row for any "pn" in it.
     QTest::newRow("another prefix") << QByteArray("xx-A04-1,,,,,,65541,,,,,see pn,,\n");
@@ -74,6 +81,8 @@ void ParameterBatchListsTest::codeSpeltOtherwiseIsTransferredInItsWidth()
     LoadedEditor loaded;
     open(loaded, list);
     QCOMPARE(loaded.batch->table()->item(0, 0)->text(), QStringLiteral("Pn-A04"));
+    // A code of fewer characters has its tick elsewhere in the line.
+    loaded.editor->selectAllSlot();
     const QByteArray readFrame = wire::frame("01 03 23 ec 00 02");
     write(loaded);
     QCOMPARE(loaded.peer.frames, (QList<QByteArray>{wire::frame("01 10 e3 ec 00 02 04 00 01 00 05"),
@@ -126,6 +135,59 @@ void ParameterBatchListsTest::reservedRowOfTheOtherLanguageIsNotWritten()
     QVERIFY(loaded.batch->isTicked(0));
     write(loaded);
     QCOMPARE(loaded.peer.frames, writtenWritable);
+}
+
+void ParameterBatchListsTest::unknownRowOfAParametersRegisterIsNotWritten_data()
+{
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<bool>("written");
+    // Characters 4 and 5 that are no number read as 0, so that these would be Pn-300 and Pn-000.
+    QTest::newRow("letter for a digit") << "Pn-3A4" << false;
+    QTest::newRow("one digit and a letter") << "Pn-38x" << false;
+    QTest::newRow("nothing of a code") << "abc" << false;
+    QTest::newRow("empty") << "" << false;
+    QTest::newRow("group of no page") << "Pn-C05" << true;
+    QTest::newRow("number of no row") << "Pn-199" << true;
+}
+
+void ParameterBatchListsTest::unknownRowOfAParametersRegisterIsNotWritten()
+{
+    QFETCH(QString, code);
+    QFETCH(bool, written);
+    const LoadedEditor loaded;
+    loaded.editor->newRowSlot();
+    loaded.editor->Csv_DoubleClickedSlot(0, 0);
+    loaded.batch->table()->item(0, 0)->setText(code);
+    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("F"));
+    QCOMPARE(loaded.batch->table()->item(0, 11)->text(), QStringLiteral("F"));
+    // Typing a value makes no parameter of it.
+    loaded.batch->table()->item(0, 6)->setText(QStringLiteral("5"));
+    write(loaded);
+    QCOMPARE(loaded.peer.frames.size(), written ? 4 : 0);
+}
+
+void ParameterBatchListsTest::fileThatIsNoListChangesNothing_data()
+{
+    QTest::addColumn<QByteArray>("list");
+    QTest::newRow("codes without a comma") << QByteArray("Pn-304-1\nPn-305-1\n");
+    QTest::newRow("another table") << QByteArray("Function code,Value,\n");
+    QTest::newRow("empty file") << QByteArray();
+    QTest::newRow("parameter file") << QByteArray("UG4tMDAw\r\nMHgwMDAw\r\n");
+    QTest::newRow("too many rows") << QByteArray("Pn-304-1,a,\n").repeated(10001);
+}
+
+void ParameterBatchListsTest::fileThatIsNoListChangesNothing()
+{
+    QFETCH(QByteArray, list);
+    const LoadedEditor loaded;
+    open(loaded, writableRow);
+    ModalAnswers boxes;
+    boxes.expect(editortext::openFailed);
+    open(loaded, list);
+    QVERIFY(boxes.isDone());
+    QCOMPARE(loaded.batch->table()->rowCount(), 1);
+    QCOMPARE(loaded.batch->table()->item(0, 0)->text(), QStringLiteral("Pn-008"));
+    QVERIFY(loaded.batch->isTicked(0));
 }
 
 QTEST_MAIN(ParameterBatchListsTest)

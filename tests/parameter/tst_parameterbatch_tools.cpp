@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The tool bar of the batch window: what each tool looks like and what it sets going.
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/eventcount.h"
 #include "support/filedialoganswers.h"
 #include "support/modalanswers.h"
@@ -62,7 +63,7 @@ void reads(LoadedEditor &loaded, QAction *tool)
     addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("123.4"));
     loaded.peer.registers[0x2007] = 2000;
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters reading completed"));
+    boxes.expect(editortext::readingDone);
     tool->trigger();
     QTRY_VERIFY(boxes.isDone());
     QCOMPARE(loaded.peer.frames, QList<QByteArray>{wire::frame("01 03 20 07 00 01")});
@@ -73,7 +74,7 @@ void writes(LoadedEditor &loaded, QAction *tool)
 {
     addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("123.4"));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters writing completed"));
+    boxes.expect(editortext::writingDone);
     tool->trigger();
     QTRY_VERIFY(boxes.isDone());
     const QByteArray readBack = wire::frame("01 03 20 07 00 01");
@@ -184,7 +185,7 @@ void ParameterBatchToolsTest::emptyListWrittenFlashesTheDialogAndIsTold()
     const EventCount hides(progress, QEvent::Hide);
     ModalAnswers boxes;
     int hidesBeforeTheBox = 0;
-    boxes.expect(QStringLiteral("Parameters writing completed"), [&](QMessageBox *box) {
+    boxes.expect(editortext::writingDone, [&](QMessageBox *box) {
         hidesBeforeTheBox = hides.count;
         box->accept();
     });

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/serialport.h"
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/modalanswers.h"
 #include "support/wire.h"
 
@@ -39,8 +40,8 @@ private slots:
 
 namespace {
 
-const QString readDone = QStringLiteral("Parameters reading completed");
-const QString writeDone = QStringLiteral("Parameters writing completed");
+const QString &readDone = editortext::readingDone;
+const QString &writeDone = editortext::writingDone;
 
 void addRow(const LoadedEditor &loaded, const QString &code, const QString &value = QString())
 {
@@ -393,7 +394,7 @@ void ParameterBatchTransferTest::writeWithoutAReplyIsTold()
     loaded.peer.intercept = silent;
     addRow(loaded, QStringLiteral("Pn-007"));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Write Timeout!"));
+    boxes.expect(editortext::writeTimeout);
     loaded.editor->writeCsvSlot();
     QTRY_VERIFY(boxes.isDone());
     QVERIFY(!progress(loaded)->isVisible());
@@ -431,7 +432,7 @@ void ParameterBatchTransferTest::pageWriteAfterAFailedBatchWriteResetsTheColours
     loaded.value(0, 7)->setForeground(Qt::red);
     loaded.peer.intercept = silent;
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Write Timeout!"));
+    boxes.expect(editortext::writeTimeout);
     loaded.editor->writeCsvSlot();
     QTRY_VERIFY(boxes.isDone());
     loaded.peer.intercept = nullptr;

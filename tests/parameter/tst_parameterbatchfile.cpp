@@ -13,7 +13,9 @@ private slots:
     void rowsAreRead_data();
     void rowsAreRead();
     void everyByteIsReadToTheEnd();
-    void rowsBeyondTheLimitAreLeft();
+    void fileThatIsNoListIsRefused_data();
+    void fileThatIsNoListIsRefused();
+    void longestListIsReadWhole();
 };
 
 namespace {
@@ -70,22 +72,23 @@ void ParameterBatchFileTest::rowsAreRead_data()
     QTest::newRow("tick one place behind") << QByteArray("Pn-304--1,a,\n") << QStringList{"0|Pn-304|a"};
     QTest::newRow("code in small letters") << QByteArray("pn-a04-1,a,\n") << QStringList{"1|pn-a04|a"};
     QTest::newRow("code in another field") << QByteArray("a,see Pn-304,\n") << QStringList{"0|a|see Pn-304"};
-    QTest::newRow("code without a comma") << QByteArray("Pn-304-1") << QStringList{"0|"};
+    QTest::newRow("code without a comma")
+        << QByteArray("Pn-304-1\nPn-305-1,a,\n") << QStringList{"1|Pn-305|a"};
     QTest::newRow("lines without a code") << QByteArray("a,b,\n\n,,\nPn-304-1,\n") << QStringList{"1|Pn-304"};
+    QTest::newRow("heads alone") << QByteArray("0,1,2,3,4,5,6,7,8,9,10,11,12,\n") << QStringList();
     QTest::newRow("cut within a line")
         << QByteArray("Pn-304-1,a,b,\nPn-305-1,a,12") << QStringList{"1|Pn-304|a|b", "1|Pn-305|a"};
     QTest::newRow("comma in a description") << QByteArray("Pn-110-1,,,,,,,,,,,state,closing,default,\n")
                                             << QStringList{"1|Pn-110|||||||||||state|closing"};
-    QTest::newRow("empty file") << QByteArray() << QStringList();
-    QTest::newRow("one line feed") << QByteArray("\n") << QStringList();
-    QTest::newRow("Base64 lines") << QByteArray("UG4tMDAw\r\nMHgwMDAw\r\n") << QStringList();
 }
 
 void ParameterBatchFileTest::rowsAreRead()
 {
     QFETCH(QByteArray, file);
     QFETCH(QStringList, rows);
-    QCOMPARE(told(readBatchFile(file)), rows);
+    const auto read = readBatchFile(file);
+    QVERIFY(read.has_value());
+    QCOMPARE(told(*read), rows);
 }
 
 void ParameterBatchFileTest::everyByteIsReadToTheEnd()
@@ -94,13 +97,32 @@ void ParameterBatchFileTest::everyByteIsReadToTheEnd()
     for (int i = 0; i < 256; ++i)
         file.append(char(i));
     file += "\nPn-304-1,a,\n";
-    QCOMPARE(told(readBatchFile(file)), QStringList{"1|Pn-304|a"});
+    QCOMPARE(told(readBatchFile(file).value_or(QList<BatchRow>())), QStringList{"1|Pn-304|a"});
 }
 
-void ParameterBatchFileTest::rowsBeyondTheLimitAreLeft()
+void ParameterBatchFileTest::fileThatIsNoListIsRefused_data()
 {
-    const QByteArray file = QByteArray("Pn-304-1,a,\n").repeated(batchRowLimit + 1);
-    QCOMPARE(readBatchFile(file).size(), batchRowLimit);
+    QTest::addColumn<QByteArray>("file");
+    QTest::newRow("empty file") << QByteArray();
+    QTest::newRow("one line feed") << QByteArray("\n");
+    QTest::newRow("Base64 lines") << QByteArray("UG4tMDAw\r\nMHgwMDAw\r\n");
+    QTest::newRow("heads of another table") << QByteArray("Function code,Value,\n");
+    QTest::newRow("heads, codes without a comma") << QByteArray("a,b,\nPn-304-1\n");
+    QTest::newRow("codes without a comma") << QByteArray("Pn-304-1\nPn-305-1\n");
+    QTest::newRow("semicolons") << QByteArray("Pn-304-1;a;\nPn-305-1;b;\n");
+    QTest::newRow("more rows than a list has") << QByteArray("Pn-304-1,a,\n").repeated(10001);
+}
+
+void ParameterBatchFileTest::fileThatIsNoListIsRefused()
+{
+    QFETCH(QByteArray, file);
+    QVERIFY(!readBatchFile(file));
+}
+
+void ParameterBatchFileTest::longestListIsReadWhole()
+{
+    const QByteArray file = QByteArray("Pn-304-1,a,\n").repeated(10000);
+    QCOMPARE(readBatchFile(file).value_or(QList<BatchRow>()).size(), 10000);
 }
 
 QTEST_APPLESS_MAIN(ParameterBatchFileTest)

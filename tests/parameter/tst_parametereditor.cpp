@@ -8,6 +8,7 @@
 
 #include <QAction>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QSplitter>
@@ -23,6 +24,12 @@ private slots:
     void toolBarHoldsItsActionsInOrder();
     void legendNamesTheFiveSymbols();
     void pageListNamesTheTwelveGroups();
+    void pageListIsAsWideAsItsLongestName_data();
+    void pageListIsAsWideAsItsLongestName();
+    void windowNeedsNoScrollBarAtItsFirstSize_data();
+    void windowNeedsNoScrollBarAtItsFirstSize();
+    void contentFollowsTheWindowsSize();
+    void descriptionTellsWhatItCutsShort();
     void clickOnTheHeadFoldsTheList();
     void selectingTheHeadKeepsThePage();
     void catalogueFillsTheTwelvePages_data();
@@ -109,6 +116,68 @@ void ParameterEditorTest::pageListNamesTheTwelveGroups()
     QCOMPARE(bench.list->item(0)->text(), QStringLiteral("-KT500"));
     QCOMPARE(bench.list->item(1)->text(), QStringLiteral("  -Pn-0XX Basic parameters"));
     QCOMPARE(bench.list->item(12)->text(), QStringLiteral("  -Pn-BXX Multi-segment speed group parameters"));
+}
+
+void ParameterEditorTest::pageListIsAsWideAsItsLongestName_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("English") << "en_US";
+    QTest::newRow("Chinese") << "zh_CN";
+}
+
+void ParameterEditorTest::pageListIsAsWideAsItsLongestName()
+{
+    QFETCH(const QString, language);
+    directory.setLanguage(language);
+    const EditorBench bench;
+    bench.editor->show();
+    int widest = 0;
+    for (int row = 0; row < bench.list->count(); ++row)
+        widest = qMax(widest, bench.list->visualItemRect(bench.list->item(row)).width());
+    const QFontMetrics metrics = bench.list->fontMetrics();
+    for (int row = 0; row < bench.list->count(); ++row)
+        QVERIFY(metrics.horizontalAdvance(bench.list->item(row)->text()) < bench.list->viewport()->width());
+    // And no wider than that by much: the descriptions need the room.
+    QVERIFY(bench.list->viewport()->width() <= widest + 16);
+    QVERIFY(!bench.list->horizontalScrollBar()->isVisible());
+}
+
+void ParameterEditorTest::windowNeedsNoScrollBarAtItsFirstSize_data()
+{
+    pageListIsAsWideAsItsLongestName_data();
+}
+
+void ParameterEditorTest::windowNeedsNoScrollBarAtItsFirstSize()
+{
+    QFETCH(const QString, language);
+    directory.setLanguage(language);
+    const EditorBench bench;
+    bench.editor->show();
+    QVERIFY(bench.waitForCatalogue());
+    QCOMPARE(bench.editor->size(), QSize(700, 1000));
+    QVERIFY(!bench.editor->horizontalScrollBar()->isVisible());
+    QVERIFY(!bench.editor->verticalScrollBar()->isVisible());
+}
+
+void ParameterEditorTest::contentFollowsTheWindowsSize()
+{
+    const EditorBench bench;
+    bench.editor->show();
+    for (const QSize size : {QSize(900, 800), QSize(1300, 1200), QSize(750, 700)}) {
+        bench.editor->resize(size);
+        QCoreApplication::processEvents();
+        QCOMPARE(bench.editor->widget()->size(), bench.editor->viewport()->size());
+        QVERIFY(bench.editor->viewport()->width() > size.width() - 10);
+    }
+}
+
+void ParameterEditorTest::descriptionTellsWhatItCutsShort()
+{
+    const EditorBench bench;
+    QVERIFY(bench.waitForCatalogue());
+    const QTableWidgetItem *const cell = bench.page(3)->item(0, ParameterTable::DescriptionColumn);
+    QVERIFY(!cell->text().isEmpty());
+    QCOMPARE(cell->toolTip(), cell->text());
 }
 
 void ParameterEditorTest::clickOnTheHeadFoldsTheList()

@@ -2,6 +2,7 @@
 // What may come while the editor is busy with paper or a file: a reply, a time-out, and its own end.
 #include "parameter/loadededitor.h"
 #include "parameter/printdialogs.h"
+#include "support/editortexts.h"
 #include "support/filedialoganswers.h"
 #include "support/modalanswers.h"
 
@@ -116,7 +117,7 @@ void ParameterEditorEventsTest::timeOutDuringTheTransformIsTold()
     dialogs.whileTransformed = [] { QTimer::singleShot(0, qApp, [] { QTest::qSleep(1200); }); };
     ModalAnswers boxes;
     bool wasTransformHeld = false;
-    boxes.expect(QStringLiteral("Request Timeout!"), [&](QMessageBox *box) {
+    boxes.expect(editortext::requestTimeout, [&](QMessageBox *box) {
         const QList<QProgressDialog *> bars = loaded.editor->findChildren<QProgressDialog *>();
         for (const QProgressDialog *bar : bars)
             wasTransformHeld |= bar->isVisible() && bar->windowTitle() == QLatin1String("transform");
@@ -236,7 +237,7 @@ void ParameterEditorEventsTest::editorMayGoWhileTheSavedListIsTold()
     FileDialogAnswers dialogs;
     dialogs.expect(QStringLiteral("Save csv file"), QStringLiteral("list.csv"));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Save file completed"), [&ending](QMessageBox *box) {
+    boxes.expect(editortext::saveDone, [&ending](QMessageBox *box) {
         ending.end();
         box->accept();
     });

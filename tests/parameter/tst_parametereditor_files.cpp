@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/filedialoganswers.h"
 #include "support/fulldisk.h"
 #include "support/modalanswers.h"
@@ -342,7 +343,7 @@ void ParameterEditorFilesTest::openedValuesAreWhatAPageWriteSends()
     put(QStringLiteral("set-up.scp"), "UG4tQjAw\r\nNQ==\r\nUG4tNDAw\r\n\r\nLTEwMC4w\r\n");
     open(loaded, QStringLiteral("set-up.scp"));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters writing completed"));
+    boxes.expect(editortext::writingDone);
     loaded.editor->writePageSlt();
     QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
     QCOMPARE(loaded.peer.frames.count(wire::frame("01 10 e4 4c 00 01 02 00 05")), 1);
@@ -363,7 +364,7 @@ void ParameterEditorFilesTest::failedSaveIsToldAndKeepsTheFile()
     const LoadedEditor loaded;
     put(QStringLiteral("plain"), "old");
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Save file failed!"));
+    boxes.expect(editortext::saveFailed);
     save(loaded, QStringLiteral("plain/set-up.scp"));
     QCOMPARE(contentOf(QStringLiteral("plain")), QByteArray("old"));
 }
@@ -375,7 +376,7 @@ void ParameterEditorFilesTest::fullDiskIsToldAndKeepsTheFile()
     put(QStringLiteral("set-up.scp"), "old");
     ModalAnswers boxes;
     boxes.expect(QStringLiteral("set-up.scp already exists.\nDo you want to replace it?"), QMessageBox::Yes);
-    boxes.expect(QStringLiteral("Save file failed!"));
+    boxes.expect(editortext::saveFailed);
 
     {
         const FullDisk disk(100);
@@ -391,7 +392,7 @@ void ParameterEditorFilesTest::fileThatIsGoneIsTold()
     const QList<QStringList> before = valuesOf(loaded);
     put(QStringLiteral("set-up.scp"), "UG4tMDAw\r\nMQ==\r\n");
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Open file failed!"));
+    boxes.expect(editortext::openFailed);
     FileDialogAnswers dialogs;
     dialogs.expect(openTitle, QStringLiteral("set-up.scp"),
                    [] { QFile::remove(QStringLiteral("set-up.scp")); });
@@ -407,7 +408,7 @@ void ParameterEditorFilesTest::fileWhoseReadFailsIsTold()
     // It can be opened, but there is no memory at its start.
     QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), QStringLiteral("set-up.scp")));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Open file failed!"));
+    boxes.expect(editortext::openFailed);
     open(loaded, QStringLiteral("set-up.scp"));
     QCOMPARE(valuesOf(loaded), before);
 }
@@ -419,7 +420,7 @@ void ParameterEditorFilesTest::fileThatIsTooLargeIsTold()
     const QList<QStringList> before = valuesOf(loaded);
     put(QStringLiteral("set-up.scp"), "UG4tMDAw\r\nMQ==\r\n" + QByteArray(4 * 1024 * 1024, '\n'));
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Open file failed!"));
+    boxes.expect(editortext::openFailed);
     open(loaded, QStringLiteral("set-up.scp"));
     QCOMPARE(valuesOf(loaded), before);
 }

@@ -1,13 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The dialog that a transfer holds before the windows: the user can't put it away.
+// The dialog that a transfer holds before the windows: over which window it stands, and that Escape and
+// closing it end the transfer.
 #include "link/serialport.h"
 #include "parameter/loadededitor.h"
+#include "support/editortexts.h"
 #include "support/eventcount.h"
 #include "support/modalanswers.h"
 #include "support/rununtil.h"
 #include "support/wire.h"
 
 #include <QProgressDialog>
+#include <QSignalSpy>
 #include <QWindow>
 
 class ParameterEditorProgressTest : public QObject
@@ -16,9 +19,12 @@ class ParameterEditorProgressTest : public QObject
 
 private slots:
     void cleanup();
-    void escapeLeavesAPageReadAlone();
-    void escapeLeavesAnEndlessPageWriteAlone();
-    void escapeLeavesABatchReadAlone();
+    void dialogPutAwayEndsThePageRead_data();
+    void dialogPutAwayEndsThePageRead();
+    void escapeEndsAnEndlessPageWrite();
+    void escapeEndsABatchRead();
+    void escapeEndsABatchWrite();
+    void nothingStartsIntoTheRepliesOfAnEndedRun();
     void dialogStandsOverTheWindowOfItsRun();
 };
 
@@ -33,14 +39,6 @@ QStringList shown(const QProgressDialog &dialog)
             QString::number(dialog.value()),
             QString::number(dialog.maximum()),
             dialog.wasCanceled() ? QStringLiteral("cancelled") : QString()};
-}
-
-void pressEscape(QProgressDialog *dialog)
-{
-    const EventCount hides(dialog, QEvent::Hide);
-    QTest::keyClick(dialog, Qt::Key_Escape);
-    QCoreApplication::processEvents();
-    QCOMPARE(hides.count, 0);
 }
 
 // Leaves the named rows only, so that a page write is short.
@@ -61,29 +59,45 @@ void ParameterEditorProgressTest::cleanup()
     SerialPort::portOpened = false;
 }
 
-void ParameterEditorProgressTest::escapeLeavesAPageReadAlone()
+void ParameterEditorProgressTest::dialogPutAwayEndsThePageRead_data()
 {
+    QTest::addColumn<bool>("byEscape");
+    QTest::newRow("escape") << true;
+    QTest::newRow("close") << false;
+}
+
+void ParameterEditorProgressTest::dialogPutAwayEndsThePageRead()
+{
+    QFETCH(const bool, byEscape);
     LoadedEditor loaded;
+    const QSignalSpy withdrawn(loaded.editor.get(), &ParameterEditor::withdrawRequests);
     auto *const dialog = loaded.editor->findChild<QProgressDialog *>();
     SerialPort::portOpened = true;
     loaded.peer.held = true;
-    ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters reading completed"));
+    loaded.peer.registers[0x2000] = 77;
+    const ModalAnswers noBox;
+    const QString before = loaded.value(0, 0)->text();
     loaded.editor->readPageSlt();
-    const QStringList before{"visible", "Reading...", "0", "1", "521", ""};
-    QCOMPARE(shown(*dialog), before);
-    pressEscape(dialog);
-    QCOMPARE(shown(*dialog), before);
-    QCOMPARE(loaded.peer.frames.size(), 1);
-    QVERIFY(boxes.seen.isEmpty());
-    // The read goes on to its end, each code asked for once.
-    loaded.peer.release();
-    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
-    QCOMPARE(loaded.peer.frames.size(), 520);
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(dialog->labelText(), QStringLiteral("Reading..."));
+    if (byEscape)
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    else
+        dialog->close();
     QVERIFY(!dialog->isVisible());
+    QCOMPARE(withdrawn.count(), 1);
+    QCOMPARE(withdrawn.first().first().toString(), QStringLiteral("Editor"));
+    // The reply that was on its way is nobody's, and nothing more is asked.
+    QSignalSpy replies(&loaded.peer, &RegisterPeer::reply);
+    loaded.peer.release();
+    QTRY_COMPARE(replies.count(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(loaded.peer.frames.size(), 1);
+    QCOMPARE(loaded.value(0, 0)->text(), before);
+    QVERIFY(noBox.seen.isEmpty());
 }
 
-void ParameterEditorProgressTest::escapeLeavesAnEndlessPageWriteAlone()
+void ParameterEditorProgressTest::escapeEndsAnEndlessPageWrite()
 {
     LoadedEditor loaded;
     auto *const dialog = loaded.editor->findChild<QProgressDialog *>();
@@ -95,28 +109,35 @@ void ParameterEditorProgressTest::escapeLeavesAnEndlessPageWriteAlone()
         return request.at(1) == 0x03 && !holdsTheValue ? wire::readReply(wire::bytes("00 09")) : reply;
     };
     ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters writing completed"));
     loaded.editor->writePageSlt();
     QTRY_VERIFY(loaded.peer.frames.size() > 5);
-    const QStringList before{"visible", "Writing...", "0", "1", "2", ""};
-    QCOMPARE(shown(*dialog), before);
+    QCOMPARE(shown(*dialog), (QStringList{"visible", "Writing...", "0", "1", "2", ""}));
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    QVERIFY(!dialog->isVisible());
     const int polled = loaded.peer.frames.size();
-    pressEscape(dialog);
-    QTRY_VERIFY(loaded.peer.frames.size() > polled + 5);
-    QCOMPARE(shown(*dialog), before);
-    QVERIFY(boxes.seen.isEmpty());
+    QSignalSpy replies(&loaded.peer, &RegisterPeer::reply);
+    QTRY_COMPARE(replies.count(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(loaded.peer.frames.size(), polled);
     QCOMPARE(loaded.value(0, 0)->foreground().color(), QColor(Qt::red));
+    QVERIFY(boxes.seen.isEmpty());
     // One write, and the rest are read-backs.
     const QByteArray written = wire::frame("01 10 e0 07 00 01 02 00 0a");
     QCOMPARE(loaded.peer.frames.first(), written);
-    QCOMPARE(loaded.peer.frames.count(wire::frame("01 03 20 07 00 01")), loaded.peer.frames.size() - 1);
+    QCOMPARE(loaded.peer.frames.count(wire::frame("01 03 20 07 00 01")), polled - 1);
+    // The next write starts over, and its dialog is there again.
     holdsTheValue = true;
+    loaded.peer.held = true;
+    boxes.expect(editortext::writingDone);
+    loaded.editor->writePageSlt();
+    QVERIFY(dialog->isVisible());
+    loaded.peer.release();
     QTRY_VERIFY(boxes.isDone());
-    QCOMPARE(loaded.peer.frames.count(written), 1);
+    QCOMPARE(loaded.peer.frames.count(written), 2);
     QVERIFY(!dialog->isVisible());
 }
 
-void ParameterEditorProgressTest::escapeLeavesABatchReadAlone()
+void ParameterEditorProgressTest::escapeEndsABatchRead()
 {
     LoadedEditor loaded;
     auto *const dialog = loaded.editor->findChild<QProgressDialog *>();
@@ -125,22 +146,61 @@ void ParameterEditorProgressTest::escapeLeavesABatchReadAlone()
         loaded.editor->newRowSlot();
     loaded.peer.registers[0x2000] = 7;
     loaded.peer.held = true;
-    ModalAnswers boxes;
-    boxes.expect(QStringLiteral("Parameters reading completed"));
+    const ModalAnswers noBox;
     loaded.editor->readParaCsvSlot();
-    const QStringList before{"visible", "Reading...", "0", "1", "4", ""};
-    QCOMPARE(shown(*dialog), before);
-    pressEscape(dialog);
-    QCOMPARE(shown(*dialog), before);
-    QCOMPARE(loaded.peer.frames.size(), 1);
-    QVERIFY(loaded.batch->isVisible());
-    QVERIFY(boxes.seen.isEmpty());
-    loaded.peer.release();
-    QTRY_VERIFY(boxes.isDone());
-    QCOMPARE(loaded.peer.frames.size(), 3);
-    for (int row = 0; row < 3; ++row)
-        QCOMPARE(loaded.batch->table()->item(row, 12)->text(), QStringLiteral("7"));
+    QCOMPARE(shown(*dialog), (QStringList{"visible", "Reading...", "0", "1", "4", ""}));
+    QTest::keyClick(dialog, Qt::Key_Escape);
     QVERIFY(!dialog->isVisible());
+    QVERIFY(loaded.batch->isVisible());
+    QSignalSpy replies(&loaded.peer, &RegisterPeer::reply);
+    loaded.peer.release();
+    QTRY_COMPARE(replies.count(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(loaded.peer.frames.size(), 1);
+    for (int row = 0; row < 3; ++row)
+        QCOMPARE(loaded.batch->table()->item(row, 12)->text(), QStringLiteral("default"));
+    QVERIFY(noBox.seen.isEmpty());
+}
+
+void ParameterEditorProgressTest::escapeEndsABatchWrite()
+{
+    LoadedEditor loaded;
+    auto *const dialog = loaded.editor->findChild<QProgressDialog *>();
+    loaded.editor->newRowSlot();
+    loaded.batch->table()->item(0, 0)->setText(QStringLiteral("Pn-007"));
+    loaded.editor->Csv_ValueChangedSlot(0, 0);
+    loaded.peer.held = true;
+    const ModalAnswers noBox;
+    loaded.editor->writeCsvSlot();
+    QVERIFY(dialog->isVisible());
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    QVERIFY(!dialog->isVisible());
+    QSignalSpy replies(&loaded.peer, &RegisterPeer::reply);
+    loaded.peer.release();
+    QTRY_COMPARE(replies.count(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(loaded.peer.frames, QList<QByteArray>{wire::frame("01 10 e0 07 00 01 02 07 d0")});
+    QVERIFY(noBox.seen.isEmpty());
+}
+
+void ParameterEditorProgressTest::nothingStartsIntoTheRepliesOfAnEndedRun()
+{
+    LoadedEditor loaded;
+    auto *const dialog = loaded.editor->findChild<QProgressDialog *>();
+    SerialPort::portOpened = true;
+    loaded.peer.held = true;
+    loaded.peer.registers[0x2000] = 77;
+    loaded.peer.registers[0x2007] = 1500;
+    const ModalAnswers noBox;
+    loaded.editor->readPageSlt();
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    loaded.editor->readCurrentParameter({QStringLiteral("Pn-007")});
+    QCOMPARE(loaded.peer.frames.size(), 1);
+    loaded.peer.release();
+    const int row = loaded.rowOf(0, QStringLiteral("Pn-007"));
+    QTRY_COMPARE(loaded.value(0, row)->text(), QStringLiteral("150.0"));
+    QCOMPARE(loaded.peer.frames,
+             (QList<QByteArray>{wire::frame("01 03 20 00 00 01"), wire::frame("01 03 20 07 00 01")}));
 }
 
 // A dialog that stood over the editor would bring that one before the batch window.
@@ -177,7 +237,7 @@ void ParameterEditorProgressTest::dialogStandsOverTheWindowOfItsRun()
     loaded.peer.held = true;
     loaded.editor->writeCsvSlot();
     QCOMPARE(loaded.peer.frames.last(), wire::frame("01 10 e0 07 00 01 02 07 d0"));
-    boxes.expect(QStringLiteral("Write Timeout!"));
+    boxes.expect(editortext::writeTimeout);
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 5000));
     loaded.peer.held = false;
     QCOMPARE(windowBelow(&ParameterEditor::readPageSlt, reading), editor);

@@ -3,20 +3,14 @@
 #include "editorbench.h"
 
 #include "link/serialport.h"
+#include "support/editortexts.h"
 #include "support/modalanswers.h"
 #include "support/testdirectory.h"
 #include "support/wire.h"
 
 #include <QSignalSpy>
 
-namespace {
-
-const QString readingDone = QStringLiteral("Parameters reading completed");
-const QString writingDone = QStringLiteral("Parameters writing completed");
-const QString requestTimeout = QStringLiteral("Request Timeout!");
-const QString writeTimeout = QStringLiteral("Write Timeout!");
-
-} // namespace
+using namespace editortext;
 
 class ParameterEditorTransferTest : public QObject
 {
@@ -51,6 +45,10 @@ private slots:
     void missingReadBackClosesTheProgressSilently();
     void newPageWriteStartsOver();
     void timeoutInIdleSaysNothing();
+    void timeOutWithdrawsWhatHasNotLeft_data();
+    void timeOutWithdrawsWhatHasNotLeft();
+    void singleReadsWaitForOneAnother();
+    void pageReadWaitsForASingleRead();
 
 private:
     TestDirectory directory;
@@ -481,6 +479,78 @@ void ParameterEditorTransferTest::timeoutInIdleSaysNothing()
     const EditorBench bench;
     bench.editor->readWriteTimeout();
     QVERIFY(boxes.seen.isEmpty());
+}
+
+void ParameterEditorTransferTest::timeOutWithdrawsWhatHasNotLeft_data()
+{
+    QTest::addColumn<QString>("message");
+    QTest::newRow("told") << writeTimeout;
+    QTest::newRow("silent") << QString();
+}
+
+void ParameterEditorTransferTest::timeOutWithdrawsWhatHasNotLeft()
+{
+    QFETCH(const QString, message);
+    ModalAnswers boxes;
+    EditorBench bench;
+    QVERIFY(bench.waitForCatalogue());
+    bench.keepOnly({"Pn-007"});
+    const QSignalSpy withdrawn(bench.editor.data(), &ParameterEditor::withdrawRequests);
+    int withdrawnWhenTold = 0;
+    if (message.isEmpty()) {
+        bench.peer.intercept = [](const QByteArray &request, const QByteArray &usual) {
+            return request.at(1) == 0x03 ? QByteArray() : usual;
+        };
+    } else {
+        bench.peer.held = true;
+        boxes.expect(message, [&](QMessageBox *box) {
+            withdrawnWhenTold = withdrawn.count();
+            box->accept();
+        });
+    }
+    bench.editor->writePageSlt();
+    QVERIFY(withdrawn.isEmpty());
+    QTRY_COMPARE(withdrawn.count(), 1);
+    QTRY_VERIFY(boxes.isDone());
+    QCOMPARE(withdrawn.first().first().toString(), QStringLiteral("Editor"));
+    QCOMPARE(withdrawnWhenTold, message.isEmpty() ? 0 : 1);
+}
+
+void ParameterEditorTransferTest::singleReadsWaitForOneAnother()
+{
+    ModalAnswers boxes;
+    EditorBench bench;
+    QVERIFY(bench.waitForCatalogue());
+    bench.peer.registers[0x2007] = 1500;
+    bench.peer.registers[0x2064] = 3;
+    bench.peer.held = true;
+    bench.editor->readCurrentParameter({QStringLiteral("Pn-007")});
+    bench.editor->readCurrentParameter({QStringLiteral("Pn-100")});
+    QCOMPARE(bench.peer.frames, QList<QByteArray>{wire::frame("010320070001")});
+    bench.peer.release();
+    QTRY_COMPARE(bench.value(1, QStringLiteral("Pn-100")), QStringLiteral("3"));
+    QCOMPARE(bench.value(0, QStringLiteral("Pn-007")), QStringLiteral("150.0"));
+}
+
+void ParameterEditorTransferTest::pageReadWaitsForASingleRead()
+{
+    ModalAnswers boxes;
+    EditorBench bench;
+    QVERIFY(bench.waitForCatalogue());
+    bench.peer.registers[0x2000] = 1;
+    bench.peer.registers[0x2002] = 4;
+    bench.peer.registers[0x2007] = 1500;
+    bench.peer.held = true;
+    boxes.expect(readingDone);
+    bench.editor->readCurrentParameter({QStringLiteral("Pn-007")});
+    bench.editor->readPageSlt();
+    QCOMPARE(bench.peer.frames.size(), 1);
+    bench.peer.release();
+    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 20000);
+    QCOMPARE(bench.peer.frames.size(), 1 + 520);
+    QCOMPARE(bench.value(0, QStringLiteral("Pn-000")), QStringLiteral("1"));
+    QCOMPARE(bench.value(0, QStringLiteral("Pn-002")), QStringLiteral("4"));
+    QCOMPARE(bench.value(0, QStringLiteral("Pn-007")), QStringLiteral("150.0"));
 }
 
 QTEST_MAIN(ParameterEditorTransferTest)

@@ -12,8 +12,10 @@
 #include <QListWidget>
 #include <QMenu>
 #include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QProgressDialog>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTest>
@@ -96,6 +98,10 @@ private slots:
     void transformShowsThePageItIsAt();
     void previewPaintsAgainWhenAsked();
     void previewLeavesNoProgressDialog();
+    void previewThatNeverPaintedLeavesNoProgressDialog();
+    void previewOpensLargeAndFitsTheWidth();
+    void escapeEndsTheTransform_data();
+    void escapeEndsTheTransform();
     void documentHoldsAllPagesAsTheyStand_data();
     void documentHoldsAllPagesAsTheyStand();
     void laterPrintShowsLaterTexts();
@@ -521,6 +527,75 @@ void ParameterEditorPrintTest::unwritablePdfIsToldAsFinished()
     bench.editor.createPDFSlot();
     QCOMPARE(answers.seen.size(), 1);
     QCOMPARE(QDir().entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList{"settings.ini"});
+}
+
+void ParameterEditorPrintTest::previewThatNeverPaintedLeavesNoProgressDialog()
+{
+    const Bench bench;
+    QVERIFY(bench.waitForFewRows());
+    PrintDialogs dialogs;
+    dialogs.whenPreviewIsMade = [](QPrintPreviewDialog *preview) {
+        const auto *const pages = preview->findChild<QPrintPreviewWidget *>();
+        QObject::disconnect(pages, &QPrintPreviewWidget::paintRequested, preview, nullptr);
+    };
+    bench.action("printAction")->trigger();
+    QCOMPARE(dialogs.previews.size(), 1);
+    QVERIFY(dialogs.wasProgressOpen);
+    const QList<QProgressDialog *> bars = bench.editor.findChildren<QProgressDialog *>();
+    for (const QProgressDialog *bar : bars)
+        QVERIFY(!bar->isVisible());
+}
+
+void ParameterEditorPrintTest::previewOpensLargeAndFitsTheWidth()
+{
+    const Bench bench;
+    QVERIFY(bench.waitForFewRows());
+    PrintDialogs dialogs;
+    QSize size;
+    int zoomMode = -1;
+    dialogs.whilePreviewed = [&] {
+        const QWidget *const preview = QApplication::activeModalWidget();
+        size = preview->size();
+        zoomMode = preview->findChild<QPrintPreviewWidget *>()->zoomMode();
+    };
+    bench.action("printAction")->trigger();
+    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
+    QCOMPARE(size, QSize(qRound(screen.width() * 0.9), qRound(screen.height() * 0.9)));
+    QCOMPARE(zoomMode, int(QPrintPreviewWidget::FitToWidth));
+}
+
+void ParameterEditorPrintTest::escapeEndsTheTransform_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::newRow("preview") << "printAction";
+    QTest::newRow("PDF") << "createPDFAction";
+}
+
+void ParameterEditorPrintTest::escapeEndsTheTransform()
+{
+    QFETCH(const QString, action);
+    const Bench bench;
+    QVERIFY(bench.waitForFewRows());
+    PrintDialogs dialogs;
+    dialogs.nameToGive = QStringLiteral("list.pdf");
+    dialogs.whileTransformed = [&bench] {
+        QTimer::singleShot(0, qApp, [&bench] {
+            const QList<QProgressDialog *> bars = bench.editor.findChildren<QProgressDialog *>();
+            for (QProgressDialog *bar : bars) {
+                if (bar->isVisible())
+                    QTest::keyClick(bar, Qt::Key_Escape);
+            }
+        });
+    };
+    const ModalAnswers noBox;
+    bench.action(qPrintable(action))->trigger();
+    QVERIFY(dialogs.previews.isEmpty());
+    QVERIFY(!QFile::exists(QStringLiteral("list.pdf")));
+    QVERIFY(!QApplication::activeModalWidget());
+    // And it can be done again.
+    dialogs.whileTransformed = nullptr;
+    bench.action("printAction")->trigger();
+    QCOMPARE(dialogs.previews.size(), 1);
 }
 
 QTEST_MAIN(ParameterEditorPrintTest)

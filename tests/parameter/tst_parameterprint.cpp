@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The printed document and its pages, from plain rows.
 #include "parameter/parameterprint.h"
+#include "parameter/printedpages.h"
 #include "support/testdirectory.h"
 
 #include <QFile>
@@ -76,7 +77,7 @@ public:
         image.setDotsPerMeterY(qRound(resolution / 0.0254));
         image.fill(Qt::white);
     }
-    QImage painted(const ParameterPages &pages, int page) const
+    QImage painted(const PrintedPages &pages, int page) const
     {
         QImage result = image;
         QPainter painter(&result);
@@ -125,8 +126,14 @@ private slots:
     void marksKeepTheirColours();
     void shortRowLeavesCellsEmpty();
     void nextPrintoutReplacesTheLast();
-    void endlessWordCanBeBroken_data();
-    void endlessWordCanBeBroken();
+    void documentHoldsTheTextsAsTheyAre_data();
+    void documentHoldsTheTextsAsTheyAre();
+    void endlessWordIsBrokenOnPaper_data();
+    void endlessWordIsBrokenOnPaper();
+    void tableTakesTheWidthOfThePaper_data();
+    void tableTakesTheWidthOfThePaper();
+    void pageNumberBecomesSmallerWithTheTable();
+    void smallRestIsPulledIn();
     void rowsAreCutIntoPages_data();
     void rowsAreCutIntoPages();
     void noRowIsCutThrough_data();
@@ -247,33 +254,120 @@ void ParameterPrintTest::nextPrintoutReplacesTheLast()
     QCOMPARE(document.toPlainText().count(QStringLiteral("KT500 Servo Parameter")), 1);
 }
 
-void ParameterPrintTest::endlessWordCanBeBroken_data()
+void ParameterPrintTest::documentHoldsTheTextsAsTheyAre_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("printed");
-
-    const QString piece(12, QLatin1Char('x'));
-    const QString gap(QChar(0x200B));
-    QTest::newRow("nothing") << QString() << QString();
-    QTest::newRow("words") << "two words"
-                           << "two words";
-    QTest::newRow("as long as a word may be") << piece + piece << piece + piece;
-    QTest::newRow("one more") << piece + piece + "x" << piece + gap + piece + gap + "x";
-    QTest::newRow("between words") << "a " + piece + piece + piece + " b"
-                                   << "a " + piece + gap + piece + gap + piece + " b";
-    QTest::newRow("two of them") << piece + piece + "x " + piece + piece + "y"
-                                 << piece + gap + piece + gap + "x " + piece + gap + piece + gap + "y";
+    QTest::newRow("nothing") << QString();
+    QTest::newRow("words") << "two words";
+    QTest::newRow("endless word") << QString(60, QLatin1Char('x'));
+    QTest::newRow("endless words") << QString(60, QLatin1Char('x')) + " " + QString(25, QLatin1Char('y'));
 }
 
-void ParameterPrintTest::endlessWordCanBeBroken()
+void ParameterPrintTest::documentHoldsTheTextsAsTheyAre()
 {
     QFETCH(const QString, text);
-    QFETCH(const QString, printed);
     QStringList row = someRows(1).first();
     row[6] = text;
     QTextDocument document;
     fill(&document, {row});
-    QCOMPARE(cellText(*tableOf(document), 1, 6), printed);
+    const Sheet sheet(a4Width, a4Height, 96);
+    QImage device = sheet.image;
+    const PrintedPages pages(document, &device, sheet.size);
+    QCOMPARE(cellText(*tableOf(document), 1, 6), text);
+}
+
+void ParameterPrintTest::endlessWordIsBrokenOnPaper_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<bool>("broken");
+    QTest::newRow("as long as a word may be") << 24 << false;
+    QTest::newRow("one more") << 25 << true;
+    QTest::newRow("endless") << 200 << true;
+}
+
+void ParameterPrintTest::endlessWordIsBrokenOnPaper()
+{
+    QFETCH(const int, length);
+    QFETCH(const bool, broken);
+    QList<QStringList> rows = someRows(2);
+    rows[0][6] = QString(length, QLatin1Char('8'));
+    QTextDocument document;
+    fill(&document, rows);
+    const Sheet sheet(a4Width, a4Height, 96);
+    QImage device = sheet.image;
+    const PrintedPages pages(document, &device, sheet.size);
+    const qreal oneLine = pages.textRect(2, 6).height();
+    QCOMPARE(pages.textRect(1, 6).height() > 1.5 * oneLine, broken);
+}
+
+void ParameterPrintTest::tableTakesTheWidthOfThePaper_data()
+{
+    QTest::addColumn<qreal>("width");
+    QTest::addColumn<qreal>("height");
+    QTest::newRow("portrait") << a4Width << a4Height;
+    QTest::newRow("landscape") << a4Height << a4Width;
+    QTest::newRow("A3 landscape") << 16.5 << a4Height;
+}
+
+void ParameterPrintTest::tableTakesTheWidthOfThePaper()
+{
+    QFETCH(const qreal, width);
+    QFETCH(const qreal, height);
+    QTextDocument document;
+    fill(&document, someRows(10));
+    const Sheet sheet(width, height, 96);
+    QImage device = sheet.image;
+    const PrintedPages pages(document, &device, sheet.size);
+    const QRectF table = pages.tableRect(0);
+    QVERIFY2(qAbs(table.left() - margin * 96) < 8, qPrintable(QString::number(table.left())));
+    QVERIFY2(qAbs(table.right() - (width - margin) * 96) < 8, qPrintable(QString::number(table.right())));
+}
+
+void ParameterPrintTest::pageNumberBecomesSmallerWithTheTable()
+{
+    QTextDocument document;
+    fill(&document, someRows(40));
+    const auto numberHeight = [&document](qreal width, qreal height) {
+        const Sheet sheet(width, height, 96);
+        QImage device = sheet.image;
+        const PrintedPages pages(document, &device, sheet.size);
+        const QImage image = sheet.painted(pages, 0);
+        const int top = qRound((height - margin) * 96) + 2;
+        int rows = 0;
+        for (int y = top; y < image.height(); ++y)
+            rows += dotsOf(image, QRectF(0, y, image.width(), 0.5), isInk) > 0 ? 1 : 0;
+        return rows;
+    };
+    const int usual = numberHeight(a4Width, a4Height);
+    const int small = numberHeight(4.1, 5.8);
+    QVERIFY2(small > 0 && small < 0.8 * usual, qPrintable(QStringLiteral("%1 of %2").arg(small).arg(usual)));
+}
+
+void ParameterPrintTest::smallRestIsPulledIn()
+{
+    const Sheet sheet(a4Width, a4Height, 96);
+    QImage device = sheet.image;
+    bool wasTightened = false;
+    int countBefore = 0;
+    qreal heightBefore = 0;
+    for (int count = 50; count < 100; ++count) {
+        QTextDocument document;
+        fill(&document, someRows(count));
+        const PrintedPages pages(document, &device, sheet.size);
+        int rest = 0;
+        for (int row = 1; row <= count; ++row)
+            rest += pages.pageOfRow(row) == pages.count() - 1 ? 1 : 0;
+        QVERIFY2(rest > 2, qPrintable(QStringLiteral("%1 rows, %2 left").arg(count).arg(rest)));
+        const qreal height = pages.cellRect(2, 0).height();
+        if (heightBefore > 0 && height < heightBefore) {
+            wasTightened = true;
+            QCOMPARE(pages.count(), countBefore);
+            QVERIFY(height > 0.85 * heightBefore);
+        }
+        countBefore = pages.count();
+        heightBefore = height;
+    }
+    QVERIFY(wasTightened);
 }
 
 void ParameterPrintTest::rowsAreCutIntoPages_data()
@@ -326,7 +420,7 @@ void ParameterPrintTest::noRowIsCutThrough()
     QImage device(1, 1, QImage::Format_RGB32);
     device.setDotsPerMeterX(qRound(resolution / 0.0254));
     device.setDotsPerMeterY(qRound(resolution / 0.0254));
-    const ParameterPages pages(document, &device, QSizeF(width, height) * resolution);
+    const PrintedPages pages(document, &device, QSizeF(width, height) * resolution);
 
     QVERIFY(pages.count() > 3);
     qreal above = 0;
@@ -356,7 +450,7 @@ void ParameterPrintTest::columnsLineUpOnAllPages()
     fill(&document, someRows(150));
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int column = 0; column < 12; ++column) {
         const QRectF head = pages.cellRect(0, column);
         if (column > 0)
@@ -389,7 +483,7 @@ void ParameterPrintTest::codesAndLimitsStayOnOneLine()
     fill(&document, someRows(2));
     const Sheet sheet(width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     // The second row has a name of one line.
     const qreal oneLine = pages.textRect(2, 11).height();
     QVERIFY(pages.textRect(1, 11).height() > 1.5 * oneLine);
@@ -403,7 +497,7 @@ void ParameterPrintTest::nameTakesTheWidestColumn()
     fill(&document, someRows(2));
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int column = 0; column < 11; ++column)
         QVERIFY(pages.cellRect(1, column).width() < pages.cellRect(1, 11).width());
     for (int column = 1; column <= 5; ++column)
@@ -416,7 +510,7 @@ void ParameterPrintTest::narrowPaperGetsASmallerTable()
     fill(&document, someRows(40));
     const Sheet sheet(4.1, 5.8, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int page = 0; page < pages.count(); ++page) {
         const QRectF table = pages.tableRect(page);
         QVERIFY(table.left() >= margin * 96 - 4);
@@ -437,7 +531,7 @@ void ParameterPrintTest::headStandsOnEveryPage()
     fill(&document, rows);
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     QVERIFY(pages.count() > 2);
     for (int page = 0; page < pages.count(); ++page) {
         const QImage image = sheet.painted(pages, page);
@@ -462,7 +556,7 @@ void ParameterPrintTest::tableIsClosedOnEveryPage()
     fill(&document, someRows(100));
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int page = 0; page < pages.count(); ++page) {
         const QImage image = sheet.painted(pages, page);
         const QRectF table = pages.tableRect(page);
@@ -488,7 +582,7 @@ void ParameterPrintTest::nothingIsPaintedOutsideTheTable()
     fill(&document, rows);
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     for (int page = 1; page < pages.count(); ++page) {
         const QImage image = sheet.painted(pages, page);
         const QRectF table = pages.tableRect(page).adjusted(-1, -1, 1, 1);
@@ -509,7 +603,7 @@ void ParameterPrintTest::pagesAreNumbered()
     fill(&document, someRows(100));
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     const QRect foot(0, qRound((a4Height - margin) * 96) + 3, qRound(sheet.size.width()),
                      qRound(margin * 96) - 4);
     QList<QImage> feet;
@@ -529,7 +623,7 @@ void ParameterPrintTest::emptyTableIsOnePage()
     fill(&document, {});
     const Sheet sheet(a4Width, a4Height, 96);
     QImage device = sheet.image;
-    const ParameterPages pages(document, &device, sheet.size);
+    const PrintedPages pages(document, &device, sheet.size);
     QCOMPARE(pages.count(), 1);
     QCOMPARE(pages.tableRect(0).bottom(), pages.cellRect(0, 0).bottom());
     QVERIFY(dotsOf(sheet.painted(pages, 0), pages.tableRect(0), isInk) > 100);

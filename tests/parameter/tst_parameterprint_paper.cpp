@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The printed table on paper that is no paper for it.
 #include "parameter/parameterprint.h"
+#include "parameter/printedpages.h"
 
 #include <QImage>
 #include <QPainter>
@@ -57,7 +58,7 @@ void ParameterPrintPaperTest::lowPaperGivesAPageForEachRowAtMost()
     QImage paper(width, height, QImage::Format_RGB32);
     paper.setDotsPerMeterX(qRound(resolution / 0.0254));
     paper.setDotsPerMeterY(qRound(resolution / 0.0254));
-    const ParameterPages pages(document, &paper, paper.size());
+    const PrintedPages pages(document, &paper, paper.size());
     QVERIFY(pages.count() >= 1);
     // The heading may take a page of its own.
     QVERIFY2(pages.count() <= rowCount + 1, qPrintable(QString::number(pages.count())));

@@ -2,6 +2,7 @@
 #include "parameter/parametersettinghelper.h"
 
 #include "link/serialport.h"
+#include "support/editortexts.h"
 #include "support/modalanswers.h"
 #include "support/testdirectory.h"
 
@@ -385,7 +386,7 @@ void ParameterSettingHelperTest::offlineIsToldAndTheDialogStays()
         // The link is looked at before the value.
         valueEdit(dialog)->setText(QStringLiteral("nonsense"));
         ModalAnswers answers;
-        answers.expect(QStringLiteral("Fail to connect to the device via USB!"));
+        answers.expect(editortext::offline);
         QTest::mouseClick(button(dialog, name), Qt::LeftButton);
         QVERIFY(answers.isDone());
         QCOMPARE(answers.seen.first().icon, QMessageBox::NoIcon);

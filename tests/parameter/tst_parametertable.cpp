@@ -66,6 +66,11 @@ private slots:
     void flagsShowTheirSymbols();
     void headsAndFontsFollowTheTable();
     void pairShowsItsFirstCode();
+    void columnsAreAsWideAsTheirWidestText();
+    void columnsAreFittedWhenTheWidestTextChanges();
+    void valueColumnFollowsItsWidestText();
+    void eachFlagShowsItsOwnMark_data();
+    void eachFlagShowsItsOwnMark();
     void replyShowsInEveryRowOfItsNumber();
     void replyWithoutARowChangesNothing();
     void readValueTurnsBlueWhenItDiffersFromTheDefault_data();
@@ -164,13 +169,133 @@ void ParameterTableTest::pairShowsItsFirstCode()
     QCOMPARE(table.code(0), QStringLiteral("Pn-304"));
 }
 
+namespace {
+
+// As wide as Qt itself makes a column of these contents.
+class Hints : public ParameterTable
+{
+public:
+    int widthOf(int column) const
+    {
+        return qMax(qMax(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)),
+                    horizontalHeader()->minimumSectionSize());
+    }
+};
+
+} // namespace
+
+void ParameterTableTest::columnsAreAsWideAsTheirWidestText()
+{
+    Hints table;
+    table.addRow(row("First", "Pn-606", {"4"}, "1", "0.1rpm", "-2147483647", "2147483647"));
+    table.addRow(row("Second", "Pn-607", {}, "123456", "", "0", "9"));
+    table.resize(900, 300);
+    table.show();
+    QCoreApplication::processEvents();
+    for (int column = 0; column < 10; ++column) {
+        if (column != 4) // fixed
+            QCOMPARE(table.columnWidth(column), table.widthOf(column));
+    }
+}
+
+// Counts how often the column is looked at.
+void ParameterTableTest::columnsAreFittedWhenTheWidestTextChanges()
+{
+    class Counting : public ParameterTable
+    {
+    public:
+        mutable int fits = 0;
+
+    protected:
+        int sizeHintForColumn(int column) const override
+        {
+            fits += column == Value;
+            return ParameterTable::sizeHintForColumn(column);
+        }
+    };
+    Counting table;
+    for (const char *code : {"Pn-001", "Pn-002", "Pn-003"})
+        table.addRow(row("Row", QLatin1String(code), {}, "1000", "", "0", "9"));
+    table.show();
+    QCoreApplication::processEvents();
+    table.fits = 0;
+    for (int value = 1; value <= 300; ++value) {
+        table.showReply(2, QByteArray(1, char(value / 256)) + char(value % 256));
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(table.text(1, ParameterTable::ValueColumn), QStringLiteral("300"));
+    QCOMPARE(table.fits, 0);
+    table.item(1, Value)->setText(QStringLiteral("123456789"));
+    QCoreApplication::processEvents();
+    QCOMPARE(table.fits, 1);
+}
+
+void ParameterTableTest::valueColumnFollowsItsWidestText()
+{
+    Hints table;
+    for (int i = 0; i < 3; ++i)
+        table.addRow(row("Row", "Pn-606", {}, "1", "", "0", "9"));
+    table.show();
+    QCoreApplication::processEvents();
+    const int narrow = table.columnWidth(Value);
+    // The header fits its columns when events run.
+    const auto check = [&table] { QTRY_COMPARE(table.columnWidth(Value), table.widthOf(Value)); };
+    check();
+    for (const char *text : {"123456789012", "1234567890123456", "12345678901234", "1", "-300.0"}) {
+        table.item(1, Value)->setText(QLatin1String(text));
+        check();
+        table.item(2, Value)->setText(QLatin1String(text));
+        check();
+        table.item(2, Value)->setText(QStringLiteral("1"));
+        check();
+    }
+    table.item(1, Value)->setText(QStringLiteral("123456789012"));
+    QTRY_VERIFY(table.columnWidth(Value) > narrow);
+    QFont larger = table.font();
+    larger.setPointSize(larger.pointSize() * 2);
+    table.setFont(larger);
+    check();
+    // What a removed row has wanted counts no longer at the next change.
+    table.removeRow(1);
+    table.item(0, Value)->setText(QStringLiteral("2"));
+    check();
+    table.insertRow(0);
+    table.setItem(0, Value, new QTableWidgetItem(QStringLiteral("12345678901234567")));
+    check();
+}
+
+void ParameterTableTest::eachFlagShowsItsOwnMark_data()
+{
+    QTest::addColumn<int>("flagRow");
+    QTest::addColumn<int>("column");
+    QTest::addColumn<QString>("mark");
+    QTest::newRow("read-only") << 0 << 0 << QString::fromUtf8("★");
+    QTest::newRow("servo off") << 3 << 1 << QString::fromUtf8("■");
+    QTest::newRow("re-power") << 5 << 2 << QString::fromUtf8("●");
+    QTest::newRow("volatile") << 4 << 3 << QString::fromUtf8("▲");
+    QTest::newRow("hexadecimal") << 1 << 4 << QStringLiteral("H");
+}
+
+void ParameterTableTest::eachFlagShowsItsOwnMark()
+{
+    QFETCH(int, flagRow);
+    QFETCH(int, column);
+    QFETCH(QString, mark);
+    QStringList values = row("Name", "Pn-100", {}, "1", "", "0", "9");
+    values[2 + flagRow] = QString::number(flagRow);
+    ParameterTable table;
+    table.addRow(values);
+    for (int i = 0; i < 5; ++i)
+        QCOMPARE(table.item(0, i)->text(), i == column ? mark : QString());
+}
+
 void ParameterTableTest::replyShowsInEveryRowOfItsNumber()
 {
     ParameterTable table;
     table.addRow(row("First", "Pn-606", {}, "", "", "0", "9"));
     table.addRow(row("Other", "Pn-607", {}, "", "", "0", "9"));
     table.addRow(row("Second", "Pn-606", {"1"}, "", "", "0x0", "0x9"));
-    table.showReply(6, QStringLiteral("0007"));
+    table.showReply(6, QByteArray::fromHex("0007"));
     QCOMPARE(table.text(0, ParameterTable::ValueColumn), QStringLiteral("7"));
     QCOMPARE(table.text(1, ParameterTable::ValueColumn), QString());
     QCOMPARE(table.text(2, ParameterTable::ValueColumn), QStringLiteral("0x0007"));
@@ -180,7 +305,7 @@ void ParameterTableTest::replyWithoutARowChangesNothing()
 {
     ParameterTable table;
     table.addRow(jogSpeed);
-    table.showReply(8, QStringLiteral("0007"));
+    table.showReply(8, QByteArray::fromHex("0007"));
     QCOMPARE(table.text(0, ParameterTable::ValueColumn), QStringLiteral("200.0"));
     QVERIFY(valueColour(table, 0) != QColor(Qt::blue));
 }
@@ -207,7 +332,7 @@ void ParameterTableTest::readValueTurnsBlueWhenItDiffersFromTheDefault()
     QFETCH(bool, blue);
     ParameterTable table;
     table.addRow(row("JOG speed value", "Pn-007", {}, byDefault, "0.1rpm", "0.0", "6000.0"));
-    table.showReply(7, reply);
+    table.showReply(7, QByteArray::fromHex(reply.toLatin1()));
     QCOMPARE(valueColour(table, 0) == QColor(Qt::blue), blue);
 }
 
@@ -216,7 +341,7 @@ void ParameterTableTest::redStaysWhenTheDefaultIsReadBack()
     ParameterTable table;
     table.addRow(jogSpeed);
     table.item(0, Value)->setForeground(Qt::red);
-    table.showReply(7, QStringLiteral("07d0"));
+    table.showReply(7, QByteArray::fromHex("07d0"));
     QCOMPARE(valueColour(table, 0), QColor(Qt::red));
 }
 
@@ -379,11 +504,11 @@ void ParameterTableTest::writesLeaveOutReadOnlyAndReserved()
     table.addRow(reserved);
     table.addRow(row("Resevred", "Pn-609", {}, "0", "", "0", "9"));
     table.addRow(jogSpeed);
-    QVERIFY(table.isLeftOutOfWrites(0));
-    QVERIFY(table.isLeftOutOfWrites(1));
+    QVERIFY(isLeftOutOfWrites(table.rowTexts(0)));
+    QVERIFY(isLeftOutOfWrites(table.rowTexts(1)));
     // This spelling is not recognised.
-    QVERIFY(!table.isLeftOutOfWrites(2));
-    QVERIFY(!table.isLeftOutOfWrites(3));
+    QVERIFY(!isLeftOutOfWrites(table.rowTexts(2)));
+    QVERIFY(!isLeftOutOfWrites(table.rowTexts(3)));
 }
 
 void ParameterTableTest::doubleClickNamesTheCellUnderIt()

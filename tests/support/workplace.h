@@ -6,20 +6,14 @@
 #include "simulator/simulateddrive.h"
 #include "support/testdirectory.h"
 
-#include <QColor>
 #include <QString>
 
 #include <memory>
 
 class MainWindow;
-class ParameterEditor;
-class ParameterSettingHelper;
-class ParameterTable;
 class QAction;
-class QListWidget;
-class QPoint;
-class QProgressDialog;
 class QTemporaryDir;
+class QWidget;
 struct Application;
 
 class Workplace
@@ -35,23 +29,7 @@ public:
     void connectTo(const QString &speed);
     bool isShownOnline() const;
 
-    // Opens the parameter editor by its tool button and waits for the catalogue; null if that fails.
-    ParameterEditor *openEditor() const;
-    // Connects, waits for the indicator to say so, and opens the editor; null if any of it fails.
-    ParameterEditor *openConnectedEditor(const QString &speed);
     static void clickAction(const QWidget *window, const char *name);
-    static ParameterTable *page(const ParameterEditor *editor, int index);
-    static int rowOf(const ParameterTable *page, const QString &code);
-    static QString value(const ParameterEditor *editor, int index, const QString &code);
-    static QColor colour(const ParameterEditor *editor, int index, const QString &code);
-    static void setValue(const ParameterEditor *editor, int index, const QString &code, const QString &text);
-    // Selects the page of a row and brings its Value cell into view; its centre, in the viewport.
-    static QPoint showValue(const ParameterEditor *editor, int index, const QString &code);
-    // Opens the setting helper of a row by a double-click on its value; null if none comes.
-    static ParameterSettingHelper *openHelper(const ParameterEditor *editor, int index, const QString &code);
-    static QProgressDialog *progress(const ParameterEditor *editor);
-    // Leaves the rows of these codes only, so that a transfer is short.
-    static void keepOnly(const ParameterEditor *editor, const QStringList &codes);
 
 private:
     TestDirectory directory;

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "widgets/heldprogressdialog.h"
+#include "support/eventcount.h"
+#include "widgets/drawingpace.h"
 #include "widgets/indicationlable.h"
 #include "widgets/labelgrop.h"
 #include "widgets/newcombox.h"
+#include "widgets/runprogressdialog.h"
 #include "widgets/sunkenlabel.h"
 
 #include <QCloseEvent>
@@ -10,7 +12,9 @@
 #include <QHBoxLayout>
 #include <QImage>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -27,8 +31,13 @@ private slots:
     void comboBoxHoldsTheItemsGiven();
     void sunkenLabelTakesItsWeightFromAWord_data();
     void sunkenLabelTakesItsWeightFromAWord();
-    void heldProgressDialogIsClosedByItsOwnerOnly();
-    void heldProgressDialogStandsOverItsWindow();
+    void runProgressDialogIsPutAwayByItsRunOnly();
+    void runProgressDialogAsksForTheEnd_data();
+    void runProgressDialogAsksForTheEnd();
+    void runProgressDialogNeverShowsItself();
+    void runProgressDialogGetsNoButtonWithAnotherLanguage();
+    void runProgressDialogStandsOverItsWindow();
+    void pacedWidgetIsDrawnTogether();
 };
 
 void SmallWidgetsTest::markerFollowsThePosition_data()
@@ -142,9 +151,9 @@ void SmallWidgetsTest::sunkenLabelTakesItsWeightFromAWord()
     QCOMPARE(label.alignment(), Qt::AlignHCenter | Qt::AlignVCenter);
 }
 
-void SmallWidgetsTest::heldProgressDialogIsClosedByItsOwnerOnly()
+void SmallWidgetsTest::runProgressDialogIsPutAwayByItsRunOnly()
 {
-    HeldProgressDialog dialog;
+    RunProgressDialog dialog;
     QVERIFY(!dialog.isVisible());
     QCOMPARE(dialog.windowModality(), Qt::ApplicationModal);
     QVERIFY(dialog.findChildren<QPushButton *>().isEmpty());
@@ -152,21 +161,82 @@ void SmallWidgetsTest::heldProgressDialogIsClosedByItsOwnerOnly()
     dialog.show();
     dialog.showValue(4);
     QCOMPARE(dialog.value(), 4);
-    QTest::keyClick(&dialog, Qt::Key_Escape);
-    QVERIFY(dialog.isVisible());
-    // As a click on the title bar arrives.
-    QCloseEvent fromTitleBar;
-    QSpontaneKeyEvent::setSpontaneous(&fromTitleBar);
-    QVERIFY(qApp->notify(&dialog, &fromTitleBar));
-    QVERIFY(!fromTitleBar.isAccepted());
-    QVERIFY(dialog.isVisible());
-    dialog.close();
+    dialog.finish();
     QVERIFY(!dialog.isVisible());
     dialog.show();
     QVERIFY(dialog.isVisible());
 }
 
-void SmallWidgetsTest::heldProgressDialogStandsOverItsWindow()
+void SmallWidgetsTest::runProgressDialogAsksForTheEnd_data()
+{
+    QTest::addColumn<bool>("isSecondShowing");
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"escape", "title bar", "close"}) {
+        QTest::addRow("%s", way) << false << way;
+        QTest::addRow("%s after an earlier end", way) << true << way;
+    }
+}
+
+void SmallWidgetsTest::runProgressDialogAsksForTheEnd()
+{
+    QFETCH(const bool, isSecondShowing);
+    QFETCH(const QString, way);
+    RunProgressDialog dialog;
+    const QSignalSpy requests(&dialog, &RunProgressDialog::endRequested);
+    if (isSecondShowing) {
+        const auto end =
+            connect(&dialog, &RunProgressDialog::endRequested, &dialog, &RunProgressDialog::finish);
+        dialog.show();
+        dialog.close();
+        disconnect(end);
+        QVERIFY(!dialog.isVisible());
+    }
+    dialog.show();
+    const int before = requests.count();
+    if (way == QLatin1String("escape")) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    } else if (way == QLatin1String("close")) {
+        QVERIFY(!dialog.close());
+    } else {
+        QCloseEvent fromTitleBar;
+        QSpontaneKeyEvent::setSpontaneous(&fromTitleBar);
+        QVERIFY(qApp->notify(&dialog, &fromTitleBar));
+        QVERIFY(!fromTitleBar.isAccepted());
+    }
+    QCOMPARE(requests.count(), before + 1);
+    QVERIFY(dialog.isVisible());
+}
+
+// Qt's own would after some seconds, with the timer that it has as its child.
+void SmallWidgetsTest::runProgressDialogNeverShowsItself()
+{
+    RunProgressDialog dialog;
+    const auto *const timer = dialog.findChild<QTimer *>();
+    QVERIFY(timer);
+    QVERIFY(!timer->isActive());
+    dialog.setRange(0, 9);
+    dialog.showValue(4);
+    QVERIFY(!timer->isActive());
+    dialog.show();
+    dialog.finish();
+    QVERIFY(!timer->isActive());
+    dialog.setRange(0, 5);
+    dialog.showValue(1);
+    QVERIFY(!timer->isActive());
+    QVERIFY(!dialog.isVisible());
+}
+
+void SmallWidgetsTest::runProgressDialogGetsNoButtonWithAnotherLanguage()
+{
+    RunProgressDialog dialog;
+    dialog.show();
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&dialog, &change);
+    QVERIFY(dialog.findChildren<QPushButton *>().isEmpty());
+    QVERIFY(dialog.isVisible());
+}
+
+void SmallWidgetsTest::runProgressDialogStandsOverItsWindow()
 {
     QWidget first;
     auto *const inside = new QWidget(&first);
@@ -175,15 +245,37 @@ void SmallWidgetsTest::heldProgressDialogStandsOverItsWindow()
     second.setGeometry(300, 200, 400, 200);
     first.show();
     second.show();
-    HeldProgressDialog dialog(&first);
+    RunProgressDialog dialog(&first);
     for (QWidget *window : {&second, inside, &second}) {
         dialog.showOver(window);
         QVERIFY(dialog.isVisible());
         QCOMPARE(dialog.windowHandle()->transientParent(), window->window()->windowHandle());
         const QPoint middle = window->window()->geometry().center();
         QVERIFY((dialog.geometry().center() - middle).manhattanLength() <= 4);
-        dialog.close();
+        dialog.finish();
     }
+}
+
+void SmallWidgetsTest::pacedWidgetIsDrawnTogether()
+{
+    QWidget widget;
+    widget.resize(50, 50);
+    widget.show();
+    QCoreApplication::processEvents();
+    const EventCount drawn(&widget, QEvent::Paint);
+    DrawingPace pace(&widget);
+    const auto change = [&] {
+        pace.touch();
+        widget.update();
+        QCoreApplication::sendPostedEvents();
+    };
+    change();
+    QCOMPARE(drawn.count, 1);
+    for (int i = 0; i < 10; ++i)
+        change();
+    QCOMPARE(drawn.count, 1);
+    QTRY_COMPARE(drawn.count, 2);
+    QVERIFY(widget.updatesEnabled());
 }
 
 QTEST_MAIN(SmallWidgetsTest)

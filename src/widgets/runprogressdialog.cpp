@@ -1,17 +1,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "widgets/heldprogressdialog.h"
+#include "widgets/runprogressdialog.h"
+
+#include "widgets/drawingpace.h"
 
 #include <QCloseEvent>
 #include <QProgressBar>
 #include <QWindow>
 
-HeldProgressDialog::HeldProgressDialog(QWidget *parent)
+RunProgressDialog::RunProgressDialog(QWidget *parent)
     : QProgressDialog(parent)
 {
     setModal(true);
     progressBar = new QProgressBar;
     setBar(progressBar);
-    setCancelButton(nullptr);
+    pace = new DrawingPace(progressBar);
+    // By its text, and not by the button: a dialog whose text was never set gets a new button when the
+    // language changes.
+    setCancelButtonText(QString());
     QFont ownFont = font();
     ownFont.setPointSize(9);
     setFont(ownFont);
@@ -19,7 +24,7 @@ HeldProgressDialog::HeldProgressDialog(QWidget *parent)
     reset();
 }
 
-void HeldProgressDialog::showOver(QWidget *window)
+void RunProgressDialog::showOver(QWidget *window)
 {
     const QWidget *const top = window->window();
     winId(); // makes the native window
@@ -29,25 +34,24 @@ void HeldProgressDialog::showOver(QWidget *window)
     show();
 }
 
-void HeldProgressDialog::showValue(int value)
+void RunProgressDialog::showValue(int value)
 {
+    pace->touch();
     progressBar->setValue(value);
 }
 
-void HeldProgressDialog::reject()
+void RunProgressDialog::finish()
 {
-    if (isClosing)
-        QProgressDialog::reject();
+    reset();
 }
 
-void HeldProgressDialog::closeEvent(QCloseEvent *event)
+void RunProgressDialog::reject()
 {
-    if (event->spontaneous()) {
-        event->ignore();
-        return;
-    }
-    // A dialog is closed by way of reject().
-    isClosing = true;
-    QProgressDialog::closeEvent(event);
-    isClosing = false;
+    emit endRequested();
+}
+
+void RunProgressDialog::closeEvent(QCloseEvent *event)
+{
+    event->ignore();
+    emit endRequested();
 }

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Lets a widget draw at most 25 times a second while its contents change much faster, as they do during a
+// transfer: nobody sees more, and every drawing holds up the next request. Main thread; a child of the
+// widget.
+#pragma once
+
+#include <QTimer>
+
+class QWidget;
+
+constexpr int drawingInterval = 40; // ms
+
+class DrawingPace : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit DrawingPace(QWidget *pacedWidget);
+
+    // To be called before a change. The first is drawn at once, those that follow it together.
+    void touch();
+
+private:
+    void tick();
+
+    QWidget *const widget;
+    QTimer timer;
+};
