@@ -79,6 +79,8 @@ void Alarm_Error::buildPanel()
     faultResetButton = new QPushButton(tr("Fault\nReset"));
     faultResetButton->setObjectName(QStringLiteral("faultResetButton"));
     faultResetButton->setFixedSize(lampSize, lampSize);
+    // A widget with a style sheet of its own does not take its parent's font.
+    faultResetButton->setFont(monitorFont());
     setLamp(startStyle, false);
     connect(faultResetButton, &QPushButton::clicked, this, &Alarm_Error::faultResetBntClicked);
     faultGrid->addWidget(faultResetButton, 0, lampColumn, 2, 2);

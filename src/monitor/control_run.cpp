@@ -24,8 +24,25 @@ namespace {
 
 constexpr int enableSize = 45; // pixels
 constexpr int enableIconSize = 40;
+constexpr int readWidth = 60; // pixels
 constexpr int auxiliarySource = 1;
-constexpr int shortestCombo = 8; // characters
+constexpr int shortestCombo = 6; // characters
+
+QLabel *fieldLabel(const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setWordWrap(true);
+    return label;
+}
+
+QFormLayout *makeForm(QWidget *tab)
+{
+    auto *form = new QFormLayout(tab);
+    form->setContentsMargins(4, 4, 4, 4);
+    form->setVerticalSpacing(2);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    return form;
+}
 
 } // namespace
 
@@ -76,6 +93,7 @@ QWidget *Control_Run::buildHead()
             &Control_Run::methodComboBoxChangedSlot);
 
     readButton = new QPushButton(tr("Read"));
+    readButton->setFixedWidth(readWidth);
     readButton->setObjectName(QStringLiteral("readButton"));
     connect(readButton, &QPushButton::clicked, this, &Control_Run::readBtnclickedSlot);
 
@@ -83,7 +101,7 @@ QWidget *Control_Run::buildHead()
     auto *layout = new QHBoxLayout(head);
     layout->setContentsMargins(2, 0, 2, 0);
     layout->addWidget(enableButton);
-    layout->addWidget(new QLabel(tr("Control Method:")));
+    layout->addWidget(fieldLabel(tr("Control Method:")));
     layout->addWidget(methodComboBox, 1);
     layout->addWidget(readButton);
     return head;
@@ -92,7 +110,7 @@ QWidget *Control_Run::buildHead()
 QWidget *Control_Run::buildPositionTab()
 {
     auto *tab = new QWidget;
-    auto *form = new QFormLayout(tab);
+    auto *form = makeForm(tab);
     positionCombos.at(SourceCombo) =
         addCombo(form, tr("Source of position command"), QStringLiteral("positionSourceComboBox"),
                  {tr("0:Pulse command"), tr("1:Internal number given"),
@@ -117,7 +135,7 @@ QWidget *Control_Run::buildPositionTab()
 QWidget *Control_Run::buildSpeedTab()
 {
     auto *tab = new QWidget;
-    auto *form = new QFormLayout(tab);
+    auto *form = makeForm(tab);
     addOther(
         form, 0, tr("Source of speed command"),
         {tr("0:External analog inout(V_REF)"), tr("1:Internal digtal given"), tr("2:Internal multi-speed")});
@@ -131,7 +149,7 @@ QWidget *Control_Run::buildSpeedTab()
 QWidget *Control_Run::buildTorqueTab()
 {
     auto *tab = new QWidget;
-    auto *form = new QFormLayout(tab);
+    auto *form = makeForm(tab);
     addOther(form, 1, tr("Source of torque command"),
              {tr("0:External analog input(T_REF)"), tr("1:Internal digital given"),
               tr("2:Internal multi-torque")});
@@ -152,7 +170,7 @@ QComboBox *Control_Run::addCombo(QFormLayout *form, const QString &label, const 
     combo->addItems(items);
     combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     combo->setMinimumContentsLength(shortestCombo);
-    form->addRow(label, combo);
+    form->addRow(fieldLabel(label), combo);
     return combo;
 }
 
@@ -169,7 +187,7 @@ void Control_Run::addEdit(QFormLayout *form, int index, const QString &label, co
 {
     auto *edit = new QLineEdit(text);
     edit->setObjectName(QStringLiteral("lineEdit") + QString::number(index));
-    form->addRow(label, edit);
+    form->addRow(fieldLabel(label), edit);
     connect(edit, &QLineEdit::textChanged, this, &Control_Run::LineEditChangedSlot);
     connect(edit, &QLineEdit::editingFinished, this, &Control_Run::LineEditeditingFinishSlot);
     lineEdits.at(std::size_t(index)) = edit;

@@ -49,6 +49,8 @@ QGroupBox *DI_DO_DataStatus::buildHalf(const QString &title, const QString &pref
     auto *half = new QTableWidget(terminalCount, StatusColumn + 1);
     half->setObjectName(prefix.toLower() + QLatin1String("Table"));
     half->setHorizontalHeaderLabels({tr("Sequence"), tr("Symbol"), tr("Function Description"), tr("Status")});
+    // The longest head loses its end where the column is narrow, and not both ends.
+    half->horizontalHeaderItem(FunctionColumn)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     makePanelTable(half);
     half->verticalHeader()->hide();
     QHeaderView *const header = half->horizontalHeader();

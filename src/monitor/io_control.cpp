@@ -19,7 +19,7 @@ namespace {
 
 constexpr int buttonWidth = 24;  // pixels
 constexpr int buttonHeight = 22; // pixels
-constexpr int shortestCombo = 7; // characters
+constexpr int shortestCombo = 6; // characters
 constexpr int auxiliarySource = 1;
 constexpr int enableFunction = 1; // "Enabled Servo", both the number and the row of the catalogue
 constexpr int columnsPerHalf = 3; // name, function, level
@@ -72,7 +72,9 @@ void io_control::buildHalf(Half *half, QGridLayout *grid, int column, const QStr
     makeNarrow(half->source);
     connect(half->source, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &io_control::ComboBoxChangedSlot);
-    grid->addWidget(new QLabel(isInput ? tr("DI control") : tr("DO control")), 0, column, 1, columnsPerHalf);
+    auto *head = new QLabel(isInput ? tr("DI control") : tr("DO control"));
+    head->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    grid->addWidget(head, 0, column, 1, columnsPerHalf);
     grid->addWidget(half->source, 1, column, 1, columnsPerHalf);
 
     QStringList functions;
@@ -105,6 +107,9 @@ void io_control::buildHalf(Half *half, QGridLayout *grid, int column, const QStr
         half->buttons.at(std::size_t(row)) = button;
     }
     grid->setColumnStretch(column + 1, 1);
+    // The heads keep their height, the rows share the rest.
+    for (int row = 0; row < rowCount; ++row)
+        grid->setRowStretch(row + 2, 1);
 }
 
 int io_control::rowOf(const Half &half, const QObject *button)

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int rowHeight = 18; // pixels
+constexpr int fontSize = 8;   // points; all panels fit into a main window of 1024 by 768
 
 } // namespace
 
@@ -18,6 +19,7 @@ QFont monitorFont()
 {
     QFont font;
     font.setFamily(QStringLiteral("微软雅黑"));
+    font.setPointSize(fontSize);
     return font;
 }
 

@@ -11,7 +11,7 @@ class QTableWidget;
 class QTableWidgetItem;
 class QWidget;
 
-// The family of all panels, in the usual size.
+// The font of all panels.
 QFont monitorFont();
 
 struct CatalogueWords

@@ -61,6 +61,8 @@ void Parameter_Status::buildTable()
     header->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     header->setSectionResizeMode(UnitColumn, QHeaderView::ResizeToContents);
     header->setSectionResizeMode(ValueColumn, QHeaderView::ResizeToContents);
+    // A value that changes has the columns fitted anew: to what is in view, not to all rows.
+    header->setResizeContentsPrecision(0);
     for (int row = 0; row < statusRows.size(); ++row) {
         const QStringList &status = statusRows.at(row);
         table->setItem(row, CodeColumn, centredItem(status.at(1)));
