@@ -49,10 +49,12 @@ DidoCatalogue readDidoCatalogue(const QByteArray &content)
 
 int indexOfFunction(const QList<DidoFunction> &functions, const QByteArray &data)
 {
-    const QString number = QString::fromLatin1(data.toHex()).mid(numberDigits);
+    // Runs for 32 registers in each poll cycle, so nothing is made for each function.
+    const QString padded = QString::fromLatin1(data.toHex()).mid(numberDigits);
+    const QString plain = padded.startsWith(QLatin1Char('0')) ? padded.mid(1) : padded;
     const auto found =
-        std::find_if(functions.begin(), functions.end(), [&number](const DidoFunction &function) {
-            return function.sequence.rightJustified(numberDigits, QLatin1Char('0')) == number;
+        std::find_if(functions.begin(), functions.end(), [&padded, &plain](const DidoFunction &function) {
+            return function.sequence == padded || function.sequence == plain;
         });
     return int(found - functions.begin());
 }

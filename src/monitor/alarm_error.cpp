@@ -39,7 +39,7 @@ void setText(QLineEdit *edit, const QString &text)
 
 void showBeginning(QLineEdit *edit)
 {
-    if (!edit->hasFocus())
+    if (!edit->hasFocus() && edit->cursorPosition() != 0)
         edit->setCursorPosition(0);
 }
 
