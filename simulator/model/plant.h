@@ -31,6 +31,8 @@ public:
 
     /// At rest at position zero.
     void reset();
+    /// At rest where it is.
+    void halt();
     /// Moves on by one sample period under a steady torque of the motor. \a brakeTorque, like friction, only
     /// holds or slows.
     void step(double motorTorque, double brakeTorque = 0);
@@ -53,6 +55,8 @@ private:
     using Vector = std::array<double, stateCount>;
 
     void discretise();
+    void discretiseHeld();
+    void stepHeld();
     double loadInertia() const { return m_rotorInertia * (m_settings.inertiaRatio - 1); }
 
     PlantSettings m_settings;
@@ -63,6 +67,10 @@ private:
     std::array<Vector, stateCount + 1> m_transition{};
     std::array<double, stateCount + 1> m_byMotor{};
     std::array<double, stateCount + 1> m_byLoad{};
+
+    // The same for twist and load speed while friction holds the motor.
+    std::array<std::array<double, 2>, 2> m_heldTransition{};
+    std::array<double, 2> m_heldByLoad{};
 
     Vector m_state{};
     double m_position = 0;

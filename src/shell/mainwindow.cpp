@@ -195,6 +195,16 @@ void MainWindow::on_actionStatus_Monitor_triggered()
     openWorkingWindow(workingwindow::monitor);
 }
 
+void MainWindow::on_actionData_Scope_triggered()
+{
+    openWorkingWindow(workingwindow::scope);
+}
+
+void MainWindow::on_actionScope_triggered()
+{
+    openWorkingWindow(workingwindow::scope);
+}
+
 void MainWindow::on_actionPrint_triggered()
 {
     emit doPrint();
