@@ -18,9 +18,12 @@
 #include <QTableWidget>
 #include <QTest>
 
+#include <cstdlib>
+
 namespace {
 
 constexpr int shownFault = 16;
+constexpr int shownSpeed = 750; // rpm
 
 template <typename T>
 T *find(const char *name)
@@ -37,6 +40,12 @@ QString statusOf(const QString &code)
             return table->item(row, Parameter_Status::ValueColumn)->text();
     }
     return QString();
+}
+
+// The last of the functions that a cycle brings.
+bool areFunctionsShown()
+{
+    return find<QTableWidget>("doTable")->item(15, 1)->text() != QLatin1String("Null ");
 }
 
 void click(const char *button)
@@ -68,13 +77,15 @@ void addMonitorTour(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *dr
                [drive] { return drive->readRegister(200) == 0xFFFF && drive->readRegister(100) == 1; },
                [] {
                    auto *const speed = find<QLineEdit>("lineEdit3");
-                   speed->setText(QStringLiteral("750.0"));
+                   speed->setText(QString::number(shownSpeed));
                    QTest::keyClick(speed, Qt::Key_Return);
                },
                QString()});
-    tour->add({QStringLiteral("drive has the speed"), [drive] { return drive->readPair(401) == 7500; },
-               [] { click("enableButton"); }, QString()});
-    tour->add({QStringLiteral("motor turns"), [] { return statusOf("Pn-F00").toInt() > 740; },
+    tour->add({QStringLiteral("drive has the speed"),
+               [drive] { return drive->readPair(401) == 10 * shownSpeed; }, [] { click("enableButton"); },
+               QString()});
+    tour->add({QStringLiteral("motor turns"),
+               [] { return std::abs(statusOf("Pn-F00").toInt() - shownSpeed) < 10 && areFunctionsShown(); },
                [] { click("enableButton"); }, QStringLiteral("15-monitor")});
     tour->add({QStringLiteral("motor stands"), [] { return statusOf("Pn-F00").toInt() == 0; },
                [drive] { drive->raiseFault(shownFault); }, QString(), 20000});
