@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The product with a simulated drive in its port list; with --tour it walks through its own windows.
+#include "demo-app/monitortour.h"
 #include "demo-app/parametertour.h"
 #include "demo-app/tour.h"
 #include "link/portlist.h"
@@ -41,6 +42,7 @@ int runTour(MainWindow *window, kt500sim::SimulatedDrive *drive, const QString &
     addParameterTour(&tour, window, drive, &result);
     addParameterWindowsTour(&tour);
     addParameterPdfTour(&tour, QStringLiteral("%1/parameters-%2.pdf").arg(folder, language));
+    addMonitorTour(&tour, window, drive);
     QObject::connect(&tour, &Tour::failed, qApp, [](const QString &step, const QString &reason) {
         print(stderr, QStringLiteral("tour failed at \"%1\": %2").arg(step, reason));
         QCoreApplication::exit(1);

@@ -184,6 +184,17 @@ void MainWindow::on_actionGain_Tuning_triggered()
     openWorkingWindow(workingwindow::gainTuning);
 }
 
+// Two entries, one window: that of the tool bar, and that of the menu, which a capture leaves enabled.
+void MainWindow::on_actionParameter_Monitor_triggered()
+{
+    openWorkingWindow(workingwindow::monitor);
+}
+
+void MainWindow::on_actionStatus_Monitor_triggered()
+{
+    openWorkingWindow(workingwindow::monitor);
+}
+
 void MainWindow::on_actionData_Scope_triggered()
 {
     openWorkingWindow(workingwindow::scope);

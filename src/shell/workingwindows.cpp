@@ -3,10 +3,12 @@
 
 #include "gaintuning/gaintuning.h"
 #include "link/serialport.h"
+#include "monitor/parameter_monitor.h"
 #include "parameter/parametereditor.h"
 #include "scope/scope.h"
 #include "shell/mainwindow.h"
 
+#include <QComboBox>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
@@ -62,6 +64,30 @@ void connectGainTuning(QWidget *widget, SerialPort *link, MainWindow *shell)
     QObject::connect(link, &SerialPort::handleGaintuning, window, &GainTuning::handleGaintuning);
 }
 
+QWidget *makeMonitor(SerialPort *link)
+{
+    return new Parameter_Monitor(link);
+}
+
+QSize monitorSize(const QSize &area)
+{
+    return {area.width() - 50, int(area.height() * 0.99)};
+}
+
+void connectMonitor(QWidget *widget, SerialPort *link, MainWindow *shell)
+{
+    auto *const window = static_cast<Parameter_Monitor *>(widget);
+    connectRequests(window, link, shell);
+    QObject::connect(window, &Parameter_Monitor::withdrawRequests, link, &SerialPort::withdraw);
+    QObject::connect(link, &SerialPort::handleParameterMonitor, window,
+                     &Parameter_Monitor::handleParameterMonitor);
+    QObject::connect(link, &SerialPort::handlefault, window, &Parameter_Monitor::handleFalutHistory);
+    // The wheel must not change a setting of the drive by accident.
+    const QList<QComboBox *> boxes = window->findChildren<QComboBox *>();
+    for (QComboBox *box : boxes)
+        box->installEventFilter(shell);
+}
+
 QSize scopeSize(const QSize &)
 {
     return {900, 685};
@@ -78,10 +104,11 @@ void connectScope(QWidget *widget, SerialPort *link, MainWindow *shell)
     QObject::connect(link, &SerialPort::stopscope, scope, &Scope::runActSlot);
 }
 
-const std::array<WorkingWindow, 3> windows{{
+const std::array<WorkingWindow, 4> windows{{
     {workingwindow::parameterEditor, ":/pic/pic/Parameter.png", editorSize, make<ParameterEditor>,
      connectEditor},
     {workingwindow::gainTuning, ":/pic/pic/gain.png", gainTuningSize, make<GainTuning>, connectGainTuning},
+    {workingwindow::monitor, ":/pic/pic/StatusMonitor.png", monitorSize, makeMonitor, connectMonitor},
     {workingwindow::scope, ":/pic/pic/scope.png", scopeSize, make<Scope>, connectScope},
 }};
 

@@ -27,6 +27,7 @@ namespace workingwindow {
 
 constexpr char parameterEditor[] = "ParameterEditor";
 constexpr char gainTuning[] = "GainTuning";
+constexpr char monitor[] = "Parameter_Monitor";
 constexpr char scope[] = "Scope";
 constexpr char trialRun[] = "TrialRun";
 

@@ -1,0 +1,488 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Warning and fault in words, the lamp, and the fault record, in both languages.
+#include "monitor/alarm_error.h"
+
+#include "monitor/faulthistory.h"
+#include "support/modalanswers.h"
+#include "support/testdirectory.h"
+#include "support/wire.h"
+
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTableWidget>
+#include <QTest>
+
+namespace {
+
+constexpr int warning = 9719;
+constexpr int fault = 9720;
+
+const QString red = QStringLiteral("background-color: rgb(255, 0, 0);                                        "
+                                   "border-radius:22px;border:1px solid black;");
+const QString grey = QStringLiteral("background-color: rgb(232, 238, 247);                                   "
+                                    "     border-radius:22px;border:1px solid black;");
+
+// Both panels, in one language.
+struct Panels
+{
+    explicit Panels(const char *language = "en_US")
+    {
+        directory.setLanguage(QString::fromLatin1(language));
+        history = new FaultHistory;
+        panel = new Alarm_Error(history);
+    }
+    ~Panels()
+    {
+        delete panel;
+        delete history;
+    }
+    Q_DISABLE_COPY_MOVE(Panels)
+
+    void report(int address, const char *data) const
+    {
+        panel->handAlarmErrorSlot(wire::bytes(data), address);
+    }
+    QLineEdit *edit(const QString &name) const { return panel->findChild<QLineEdit *>(name); }
+    // Current, name, cause and corrective of "alarm" or "fault".
+    QStringList texts(const QString &kind) const
+    {
+        QStringList list;
+        for (const char *field : {"CurrentEdit", "NameEdit", "CauseEdit", "CorrectiveEdit"})
+            list << edit(kind + QLatin1String(field))->text();
+        return list;
+    }
+    QStringList toolTips(const QString &kind) const
+    {
+        QStringList list;
+        for (const char *field : {"CurrentEdit", "NameEdit", "CauseEdit", "CorrectiveEdit"})
+            list << edit(kind + QLatin1String(field))->toolTip();
+        return list;
+    }
+    QPushButton *lamp() const { return panel->findChild<QPushButton *>(QStringLiteral("faultResetButton")); }
+    bool isLit() const { return lamp()->isEnabled() && lamp()->styleSheet() == red; }
+    bool isDark() const { return !lamp()->isEnabled() && lamp()->styleSheet() == grey; }
+    QTableWidget *record() const { return history->findChild<QTableWidget *>(); }
+    QStringList codes() const
+    {
+        QStringList list;
+        for (int row = 0; row < 20; row += 2)
+            list << record()->item(row, FaultHistory::CodeColumn)->text();
+        return list;
+    }
+
+    TestDirectory directory;
+    FaultHistory *history = nullptr;
+    Alarm_Error *panel = nullptr;
+};
+
+const QStringList none{"", "", "", ""};
+const QStringList overload{"Er-003", "Overload", "Motor blockage or overload",
+                           "Check machinery or select high power drive"};
+const QStringList emergency{"AL-001", "Emergency stop", "External emergency stop input",
+                            "Ensure emergency button reset when the system is safe"};
+
+QByteArray recordOf(const QList<int> &numbers)
+{
+    QByteArray data;
+    for (int i = 0; i < 10; ++i)
+        data.append(char(numbers.value(i) >> 8)).append(char(numbers.value(i)));
+    return wire::readReply(data);
+}
+
+} // namespace
+
+class AlarmErrorTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void panelStartsEmpty();
+    void numberShowsItsRow_data();
+    void numberShowsItsRow();
+    void noFaultLeavesEverythingEmpty();
+    void reservedFaultLightsTheLamp();
+    void unknownFaultShowsNothing_data();
+    void unknownFaultShowsNothing();
+    void unknownFaultKeepsTheOldOne();
+    void warningAndFaultStandSideBySide();
+    void alarmNeverLightsTheLamp();
+    void nameOfAGoneAlarmStaysInItsToolTip();
+    void goneFaultLeavesNoToolTip();
+    void longTextShowsItsBeginning();
+    void textThatStaysIsLeftAlone();
+    void otherAddressUpdatesTheLampOnly();
+    void resetIsOfferedAgainWhileTheFaultStays();
+    void missingCatalogueIsTold();
+    void missingCatalogueShowsNoText();
+
+    void recordStartsWithItsLabels();
+    void tenKnownFaultsFillAllEntries();
+    void emptyRegistersTakeNoEntry();
+    void emptyRecordLeavesTheTable();
+    void secondReadRefillsFromTheTop();
+    void unknownFaultsAreSkipped();
+    void shorterReplyYieldsFewerCodes_data();
+    void shorterReplyYieldsFewerCodes();
+    void moreThanTenAreNotShown();
+    void recordInChinese();
+    void recordWithoutACatalogueStaysEmpty();
+};
+
+void AlarmErrorTest::panelStartsEmpty()
+{
+    const Panels panels;
+    QCOMPARE(panels.texts("alarm"), none);
+    QCOMPARE(panels.texts("fault"), none);
+    QCOMPARE(panels.lamp()->text(), QStringLiteral("Fault\nReset"));
+    QCOMPARE(panels.lamp()->size(), QSize(45, 45));
+    QVERIFY(!panels.lamp()->isEnabled());
+    // Four blanks fewer than later.
+    QCOMPARE(panels.lamp()->styleSheet(),
+             QStringLiteral("background-color: rgb(232, 238, 247);                                    "
+                            "border-radius:22px;border:1px solid black;"));
+    QStringList labels;
+    const QList<QLabel *> found = panels.panel->findChildren<QLabel *>();
+    for (const QLabel *label : found)
+        labels << label->text();
+    QCOMPARE(labels, QStringList({"Alarm Current", "Alarm Name", "Alaem Cause", "Alarm Corrective",
+                                  "Fault Current", "Fault Name", "Fault Cause", "Fault Corrective"}));
+    QCOMPARE(panels.panel->findChild<QGroupBox *>()->title(), QStringLiteral("Alarm and Fault"));
+    const QList<QLineEdit *> edits = panels.panel->findChildren<QLineEdit *>();
+    for (const QLineEdit *edit : edits)
+        QVERIFY(edit->isReadOnly());
+}
+
+void AlarmErrorTest::numberShowsItsRow_data()
+{
+    QTest::addColumn<QByteArray>("language");
+    QTest::addColumn<int>("address");
+    QTest::addColumn<QByteArray>("data");
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("name");
+    const auto row = [](const char *language, int address, const char *data, const char *code,
+                        const char *name) {
+        QTest::addRow("%s %s", language, code) << QByteArray(language) << address << QByteArray(data)
+                                               << QString::fromLatin1(code) << QString::fromUtf8(name);
+    };
+    row("en_US", warning, "0001", "AL-001", "Emergency stop");
+    row("en_US", warning, "000A", "AL-010", "Absolute position loss");
+    row("en_US", warning, "0014", "AL-020", "Absolute position counter overflow");
+    row("en_US", fault, "0001", "Er-001", "Overcurrent");
+    row("en_US", fault, "0013", "Er-019", "Encoder initial magnetic field error");
+    row("en_US", fault, "0028", "Er-040", "Motor code error");
+    row("en_US", fault, "002D", "Er-045", "Motor code error");
+    row("en_US", fault, "0046", "Er-070", "Absolute position mode motor does not match");
+    row("zh_CN", warning, "0001", "AL-001", "");
+    row("zh_CN", fault, "0003", "Er-003", "");
+}
+
+void AlarmErrorTest::numberShowsItsRow()
+{
+    QFETCH(QByteArray, language);
+    QFETCH(int, address);
+    QFETCH(QByteArray, data);
+    QFETCH(QString, code);
+    QFETCH(QString, name);
+    const Panels panels(language.constData());
+    panels.report(address, data.constData());
+    const QString kind = address == warning ? QStringLiteral("alarm") : QStringLiteral("fault");
+    QCOMPARE(panels.texts(kind).first(), code);
+    if (!name.isEmpty())
+        QCOMPARE(panels.texts(kind).at(1), name);
+    else
+        QVERIFY(panels.texts(kind).at(1).at(0).unicode() > 0x4E00);
+    QCOMPARE(panels.toolTips(kind), QStringList(QString()) + panels.texts(kind).mid(1));
+    QCOMPARE(panels.texts(address == warning ? QStringLiteral("fault") : QStringLiteral("alarm")), none);
+}
+
+void AlarmErrorTest::noFaultLeavesEverythingEmpty()
+{
+    const Panels panels;
+    panels.report(fault, "0000");
+    QCOMPARE(panels.texts("fault"), none);
+    QVERIFY(panels.isDark());
+}
+
+void AlarmErrorTest::reservedFaultLightsTheLamp()
+{
+    const Panels panels;
+    panels.report(fault, "0002");
+    QCOMPARE(panels.texts("fault"), QStringList({"Er-002", "Reserved", "", ""}));
+    QVERIFY(panels.isLit());
+}
+
+void AlarmErrorTest::unknownFaultShowsNothing_data()
+{
+    QTest::addColumn<QByteArray>("language");
+    QTest::addColumn<QByteArray>("data");
+    QTest::newRow("41") << QByteArray("en_US") << QByteArray("0029");
+    QTest::newRow("100, a code of four digits") << QByteArray("en_US") << QByteArray("0064");
+    QTest::newRow("the greatest number") << QByteArray("en_US") << QByteArray("FFFF");
+    QTest::newRow("19 in Chinese") << QByteArray("zh_CN") << QByteArray("0013");
+}
+
+void AlarmErrorTest::unknownFaultShowsNothing()
+{
+    QFETCH(QByteArray, language);
+    QFETCH(QByteArray, data);
+    const Panels panels(language.constData());
+    panels.report(fault, data.constData());
+    QCOMPARE(panels.texts("fault"), none);
+    QVERIFY(panels.isDark());
+}
+
+void AlarmErrorTest::unknownFaultKeepsTheOldOne()
+{
+    const Panels panels;
+    panels.report(fault, "0003");
+    panels.report(fault, "0029");
+    QCOMPARE(panels.texts("fault"), overload);
+    QVERIFY(panels.isLit());
+}
+
+void AlarmErrorTest::warningAndFaultStandSideBySide()
+{
+    const Panels panels;
+    panels.report(warning, "0001");
+    panels.report(fault, "0003");
+    QCOMPARE(panels.texts("alarm"), emergency);
+    QCOMPARE(panels.texts("fault"), overload);
+    panels.report(warning, "0000");
+    QCOMPARE(panels.texts("alarm"), none);
+    QCOMPARE(panels.texts("fault"), overload);
+    QVERIFY(panels.isLit());
+    panels.report(warning, "0001");
+    panels.report(fault, "0000");
+    QCOMPARE(panels.texts("alarm"), emergency);
+    QCOMPARE(panels.texts("fault"), none);
+    QVERIFY(panels.isDark());
+}
+
+void AlarmErrorTest::alarmNeverLightsTheLamp()
+{
+    const Panels panels;
+    panels.report(warning, "0001");
+    QVERIFY(panels.isDark());
+}
+
+void AlarmErrorTest::nameOfAGoneAlarmStaysInItsToolTip()
+{
+    const Panels panels;
+    panels.report(warning, "0001");
+    panels.report(warning, "0000");
+    QCOMPARE(panels.texts("alarm"), none);
+    QCOMPARE(panels.toolTips("alarm"), QStringList({"", "Emergency stop", "", ""}));
+}
+
+void AlarmErrorTest::goneFaultLeavesNoToolTip()
+{
+    const Panels panels;
+    panels.report(fault, "0003");
+    panels.report(fault, "0000");
+    QCOMPARE(panels.toolTips("fault"), none);
+}
+
+void AlarmErrorTest::longTextShowsItsBeginning()
+{
+    const Panels panels;
+    panels.report(warning, "000A");
+    panels.report(fault, "0016");
+    const QList<QLineEdit *> edits = panels.panel->findChildren<QLineEdit *>();
+    for (QLineEdit *edit : edits) {
+        QCOMPARE(edit->cursorPosition(), 0);
+        edit->setCursorPosition(edit->text().size());
+    }
+    panels.report(warning, "000A");
+    panels.report(fault, "0000");
+    for (const QLineEdit *edit : edits)
+        QCOMPARE(edit->cursorPosition(), 0);
+}
+
+// A cause that is longer than its field can be marked and read to its end.
+void AlarmErrorTest::textThatStaysIsLeftAlone()
+{
+    const Panels panels;
+    panels.panel->show();
+    panels.panel->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(panels.panel));
+    panels.report(fault, "0003");
+    QLineEdit *const cause = panels.edit("faultCauseEdit");
+    cause->setFocus();
+    cause->setSelection(3, 5);
+    panels.report(fault, "0003");
+    QCOMPARE(cause->selectedText(), QStringLiteral("or bl"));
+}
+
+void AlarmErrorTest::otherAddressUpdatesTheLampOnly()
+{
+    const Panels panels;
+    panels.report(fault, "0003");
+    panels.lamp()->setEnabled(false);
+    panels.report(9717, "0000");
+    QCOMPARE(panels.texts("fault"), overload);
+    QVERIFY(panels.isLit());
+}
+
+void AlarmErrorTest::resetIsOfferedAgainWhileTheFaultStays()
+{
+    const Panels panels;
+    const QSignalSpy resets(panels.panel, &Alarm_Error::sendFaultClearSignal);
+    panels.report(fault, "0003");
+    panels.lamp()->click();
+    QCOMPARE(resets.count(), 1);
+    QVERIFY(!panels.lamp()->isEnabled());
+    panels.report(fault, "0003");
+    QVERIFY(panels.isLit());
+    panels.report(fault, "0000");
+    QVERIFY(panels.isDark());
+}
+
+void AlarmErrorTest::missingCatalogueIsTold()
+{
+    ModalAnswers boxes;
+    // So spelt here, and right in the other panels.
+    boxes.expect(QStringLiteral("File does not exit"));
+    Q_CLEANUP_RESOURCE(catalogue);
+    const Panels panels;
+    Q_INIT_RESOURCE(catalogue);
+    QVERIFY(boxes.isDone());
+    QCOMPARE(boxes.seen.first().title, QStringLiteral("Open Failed"));
+    QCOMPARE(boxes.seen.first().icon, QMessageBox::Warning);
+}
+
+void AlarmErrorTest::missingCatalogueShowsNoText()
+{
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("File does not exit"));
+    Q_CLEANUP_RESOURCE(catalogue);
+    const Panels panels;
+    Q_INIT_RESOURCE(catalogue);
+    panels.report(fault, "0003");
+    QCOMPARE(panels.texts("fault"), none);
+    QVERIFY(panels.isDark());
+}
+
+void AlarmErrorTest::recordStartsWithItsLabels()
+{
+    const Panels panels;
+    const QTableWidget *const table = panels.record();
+    QCOMPARE(table->rowCount(), 20);
+    QStringList heads;
+    for (int column = 0; column < table->columnCount(); ++column)
+        heads << table->horizontalHeaderItem(column)->text();
+    QCOMPARE(heads, QStringList({"Historical Fault", "Code", "Name", "Cauese", "Corrective"}));
+    QCOMPARE(panels.history->findChild<QGroupBox *>()->title(), QStringLiteral("Historical Fault"));
+    for (int entry = 0; entry < 10; ++entry) {
+        QCOMPARE(table->item(2 * entry, 0)->text(), entry == 0
+                                                        ? QStringLiteral("Last Fault")
+                                                        : QStringLiteral("Historical Fault %1").arg(entry));
+        for (int column = 0; column < 5; ++column) {
+            QCOMPARE(table->rowSpan(2 * entry, column), 2);
+            QCOMPARE(table->item(2 * entry, column)->textAlignment(), int(Qt::AlignCenter));
+            QVERIFY(column == 0 || table->item(2 * entry, column)->text().isEmpty());
+        }
+    }
+    const QHeaderView *const header = table->horizontalHeader();
+    QCOMPARE(header->sectionResizeMode(0), QHeaderView::ResizeToContents);
+    QCOMPARE(header->sectionResizeMode(1), QHeaderView::Fixed);
+    for (const int column : {2, 3, 4})
+        QCOMPARE(header->sectionResizeMode(column), QHeaderView::Stretch);
+    QCOMPARE(table->verticalHeader()->sectionResizeMode(0), QHeaderView::ResizeToContents);
+    QVERIFY(table->verticalHeader()->isHidden());
+}
+
+void AlarmErrorTest::tenKnownFaultsFillAllEntries()
+{
+    const Panels panels;
+    panels.history->handleFaultHistorySlot(recordOf({1, 3, 4, 5, 6, 8, 9, 10, 45, 70}));
+    QCOMPARE(panels.codes(), QStringList({"Er-001", "Er-003", "Er-004", "Er-005", "Er-006", "Er-008",
+                                          "Er-009", "Er-010", "Er-045", "Er-070"}));
+    QStringList second;
+    for (int column = 1; column < 5; ++column)
+        second << panels.record()->item(2, column)->text();
+    QCOMPARE(second, overload);
+}
+
+void AlarmErrorTest::emptyRegistersTakeNoEntry()
+{
+    const Panels panels;
+    panels.history->handleFaultHistorySlot(recordOf({1, 0, 3}));
+    QCOMPARE(panels.codes().mid(0, 3), QStringList({"Er-001", "Er-003", ""}));
+}
+
+void AlarmErrorTest::emptyRecordLeavesTheTable()
+{
+    const Panels panels;
+    panels.history->handleFaultHistorySlot(recordOf({1, 3}));
+    panels.history->handleFaultHistorySlot(recordOf({}));
+    QCOMPARE(panels.codes().mid(0, 3), QStringList({"Er-001", "Er-003", ""}));
+}
+
+void AlarmErrorTest::secondReadRefillsFromTheTop()
+{
+    const Panels panels;
+    panels.history->handleFaultHistorySlot(recordOf({1, 3, 4}));
+    panels.history->handleFaultHistorySlot(recordOf({8}));
+    QCOMPARE(panels.codes().mid(0, 4), QStringList({"Er-008", "Er-003", "Er-004", ""}));
+}
+
+void AlarmErrorTest::unknownFaultsAreSkipped()
+{
+    const Panels panels;
+    panels.history->handleFaultHistorySlot(recordOf({41, 1, 100, 3, 255}));
+    QCOMPARE(panels.codes().mid(0, 3), QStringList({"Er-001", "Er-003", ""}));
+}
+
+void AlarmErrorTest::shorterReplyYieldsFewerCodes_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<QStringList>("codes");
+    QTest::newRow("two registers") << wire::readReply(wire::bytes("0001 0003"))
+                                   << QStringList{"Er-001", "Er-003", ""};
+    QTest::newRow("an odd byte") << wire::readReply(wire::bytes("0001 00")) << QStringList{"Er-001", "", ""};
+    QTest::newRow("nothing") << QByteArray() << QStringList{"", "", ""};
+    QTest::newRow("exception") << wire::frame("018302") << QStringList{"", "", ""};
+}
+
+void AlarmErrorTest::shorterReplyYieldsFewerCodes()
+{
+    QFETCH(QByteArray, reply);
+    QFETCH(QStringList, codes);
+    const Panels panels;
+    panels.history->handleFaultHistorySlot(reply);
+    QCOMPARE(panels.codes().mid(0, 3), codes);
+}
+
+void AlarmErrorTest::moreThanTenAreNotShown()
+{
+    const Panels panels;
+    QByteArray data;
+    for (int i = 0; i < 12; ++i)
+        data.append('\0').append(i < 10 ? '\x01' : '\x03');
+    panels.history->handleFaultHistorySlot(wire::readReply(data));
+    QCOMPARE(panels.codes().count(QStringLiteral("Er-001")), 10);
+    QCOMPARE(panels.record()->rowCount(), 20);
+}
+
+void AlarmErrorTest::recordInChinese()
+{
+    const Panels panels("zh_CN");
+    panels.history->handleFaultHistorySlot(recordOf({19, 3}));
+    QCOMPARE(panels.codes().mid(0, 2), QStringList({"Er-003", ""}));
+    QVERIFY(panels.record()->item(0, FaultHistory::NameColumn)->text().at(0).unicode() > 0x4E00);
+}
+
+void AlarmErrorTest::recordWithoutACatalogueStaysEmpty()
+{
+    FaultHistory history;
+    history.handleFaultHistorySlot(recordOf({1, 3}));
+    QVERIFY(history.findChild<QTableWidget *>()->item(0, FaultHistory::CodeColumn)->text().isEmpty());
+}
+
+QTEST_MAIN(AlarmErrorTest)
+
+#include "tst_alarm_error.moc"
