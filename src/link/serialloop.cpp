@@ -118,6 +118,7 @@ void SerialPort::Loop::chooseWait()
     waitMs = replyWait;
     if (!probeFrame.isEmpty()) {
         currentFrame = probeFrame;
+        isWritten = false;
         probeFrame.clear();
     } else if (baudRate == usbBaudRate) {
         waitMs = shortWait;
@@ -131,6 +132,7 @@ void SerialPort::Loop::takeScopeFrame()
     if (link.scopeFrame.isEmpty() || isStopFrame(link.scopeFrame))
         return;
     currentFrame = link.scopeFrame;
+    isWritten = false;
     link.scopeFrame.clear();
     waitMs = shortWait;
 }
@@ -143,6 +145,7 @@ void SerialPort::Loop::takeRequest()
     if (link.sendQueue.isEmpty())
         return;
     currentFrame = link.sendQueue.takeFirst();
+    isWritten = false;
     if (!link.windowQueue.isEmpty())
         link.currentWindow = link.windowQueue.takeFirst();
     if (!currentFrame.isEmpty())
@@ -159,6 +162,9 @@ void SerialPort::Loop::writeCurrent()
         drainInput();
     if (gap.count() > 0)
         link.deviceWait.holdUntil(lastByte + gap);
+    if (isWritten)
+        ++repeatCount;
+    isWritten = true;
     device.write(currentFrame);
 }
 

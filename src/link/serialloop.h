@@ -41,6 +41,7 @@ private:
     qint32 baudRate = 0;
     QByteArray probeFrame;
     QByteArray currentFrame; // written on every turn until a chunk is accepted
+    bool isWritten = false;  // once at least
     int waitMs = 0;
     int probesLeft = 0;
     bool firstStream = true;
