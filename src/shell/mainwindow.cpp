@@ -174,6 +174,11 @@ void MainWindow::on_actionParameter_Editor_triggered()
     openWorkingWindow(workingwindow::parameterEditor);
 }
 
+void MainWindow::on_actionTrial_run_triggered()
+{
+    openWorkingWindow(workingwindow::trialRun);
+}
+
 void MainWindow::on_actionPrint_triggered()
 {
     emit doPrint();

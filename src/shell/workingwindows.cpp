@@ -4,6 +4,7 @@
 #include "link/serialport.h"
 #include "parameter/parametereditor.h"
 #include "shell/mainwindow.h"
+#include "trialrun/trialrun.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -47,9 +48,25 @@ void connectEditor(QWidget *widget, SerialPort *link, MainWindow *shell)
     shell->showPrintAct();
 }
 
-const std::array<WorkingWindow, 1> windows{{
+QSize trialRunSize(const QSize &)
+{
+    return {980, 650};
+}
+
+void connectTrialRun(QWidget *widget, SerialPort *link, MainWindow *shell)
+{
+    auto *const trialRun = static_cast<TrialRun *>(widget);
+    connectRequests(trialRun, link, shell);
+    QObject::connect(link, &SerialPort::handleTrialRun, trialRun, &TrialRun::handleTrialRun);
+    QObject::connect(link, &QThread::finished, trialRun, &TrialRun::linkEnded);
+    QObject::connect(trialRun, &TrialRun::withdrawRequests, link, &SerialPort::withdraw);
+    QObject::connect(trialRun, &TrialRun::closeTrialRunWindow, shell, &MainWindow::closeTrialRunWindow);
+}
+
+const std::array<WorkingWindow, 2> windows{{
     {workingwindow::parameterEditor, ":/pic/pic/Parameter.png", editorSize, make<ParameterEditor>,
      connectEditor},
+    {workingwindow::trialRun, ":/pic/pic/trialrun.png", trialRunSize, make<TrialRun>, connectTrialRun},
 }};
 
 } // namespace
