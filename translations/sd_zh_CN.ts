@@ -80,6 +80,289 @@
     </message>
 </context>
 <context>
+    <name>GainTuning</name>
+    <message>
+        <source>Gain Tuning</source>
+        <translation>增益调整</translation>
+    </message>
+    <message>
+        <source>Inertia Identification</source>
+        <translation>惯量辨识</translation>
+    </message>
+    <message>
+        <source>Offline Inertia Identification</source>
+        <translation>离线惯量辨识</translation>
+    </message>
+    <message>
+        <source>Offline Inertia Identification Mode</source>
+        <translation>离线惯量辨识模式</translation>
+    </message>
+    <message>
+        <source>0 : Constant Torque Positive and Negative Triangular Wave</source>
+        <translation>0：恒转矩正反三角波</translation>
+    </message>
+    <message>
+        <source>1 : JOG Mode</source>
+        <translation>1：JOG 点动模式</translation>
+    </message>
+    <message>
+        <source>Online Inertia Identification</source>
+        <translation>在线惯量辨识</translation>
+    </message>
+    <message>
+        <source>Online Inertia Identification Mode</source>
+        <translation>在线惯量辨识模式</translation>
+    </message>
+    <message>
+        <source>0 : Online Closed</source>
+        <translation>0：关闭在线辨识</translation>
+    </message>
+    <message>
+        <source>1 : Elementary Invariant</source>
+        <translation>1：基本不变</translation>
+    </message>
+    <message>
+        <source>2 : Variation Slow</source>
+        <translation>2：变化缓慢</translation>
+    </message>
+    <message>
+        <source>3 : Variation Fast</source>
+        <translation>3：变化剧烈</translation>
+    </message>
+    <message>
+        <source>Parameter</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source> Range </source>
+        <translation> 范围 </translation>
+    </message>
+    <message>
+        <source> Unit </source>
+        <translation> 单位 </translation>
+    </message>
+    <message>
+        <source> Value </source>
+        <translation> 数值 </translation>
+    </message>
+    <message>
+        <source>Maximum speed</source>
+        <translation>最大速度</translation>
+    </message>
+    <message>
+        <source>Acceleration and deceleration time</source>
+        <translation>加减速时间</translation>
+    </message>
+    <message>
+        <source>Motor stroke</source>
+        <translation>电机行程</translation>
+    </message>
+    <message>
+        <source>Interval time</source>
+        <translation>间隔时间</translation>
+    </message>
+    <message>
+        <source>Inertia Ratio</source>
+        <translation>惯量比</translation>
+    </message>
+    <message>
+        <source>Calculated Value</source>
+        <translation>计算值</translation>
+    </message>
+    <message>
+        <source>Current Value</source>
+        <translation>当前值</translation>
+    </message>
+    <message>
+        <source>==&gt;</source>
+        <translation>==&gt;</translation>
+    </message>
+    <message>
+        <source>Gain Mode</source>
+        <translation>增益模式</translation>
+    </message>
+    <message>
+        <source>Gain Adjustment Mode</source>
+        <translation>增益调整模式</translation>
+    </message>
+    <message>
+        <source>0 : Manual adjustment</source>
+        <translation>0：手动调整</translation>
+    </message>
+    <message>
+        <source>1 : Rigid table</source>
+        <translation>1：刚性表</translation>
+    </message>
+    <message>
+        <source>Rigidity Grade</source>
+        <translation>刚性等级</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>设定值</translation>
+    </message>
+    <message>
+        <source>Position Loop Gain</source>
+        <translation>位置环增益</translation>
+    </message>
+    <message>
+        <source>Speed Loop Gain</source>
+        <translation>速度环增益</translation>
+    </message>
+    <message>
+        <source>Integral Time Constant of Speed Loop</source>
+        <translation>速度环积分时间常数</translation>
+    </message>
+    <message>
+        <source>Time Constant of Torque Instruction Filtering</source>
+        <translation>转矩指令滤波时间常数</translation>
+    </message>
+    <message>
+        <source>Speed Feedforward Gain</source>
+        <translation>速度前馈增益</translation>
+    </message>
+    <message>
+        <source>Time Constant of Speed Feedforward Filtering</source>
+        <translation>速度前馈滤波时间常数</translation>
+    </message>
+    <message>
+        <source>Vibration Suppression</source>
+        <translation>振动抑制</translation>
+    </message>
+    <message>
+        <source>Adaptive Notch Mode</source>
+        <translation>自适应陷波模式</translation>
+    </message>
+    <message>
+        <source>0 : Manual setting</source>
+        <translation>0：手动设定</translation>
+    </message>
+    <message>
+        <source>1 : Notch-filter3 adaptive setting</source>
+        <translation>1：陷波器 3 自适应设定</translation>
+    </message>
+    <message>
+        <source>2 : Notch-filter3 and Notch-filter4 adaptive setting</source>
+        <translation>2：陷波器 3 和陷波器 4 自适应设定</translation>
+    </message>
+    <message>
+        <source>3 : Adaptive setting</source>
+        <translation>3：自适应设定</translation>
+    </message>
+    <message>
+        <source>4 : Adaptive setting</source>
+        <translation>4：自适应设定</translation>
+    </message>
+    <message>
+        <source>Resonance Frequency</source>
+        <translation>共振频率</translation>
+    </message>
+    <message>
+        <source>Notch1 Frequency</source>
+        <translation>陷波器 1 频率</translation>
+    </message>
+    <message>
+        <source>Notch1 Width Grade</source>
+        <translation>陷波器 1 宽度等级</translation>
+    </message>
+    <message>
+        <source>Notch1 Deep Grade</source>
+        <translation>陷波器 1 深度等级</translation>
+    </message>
+    <message>
+        <source>Notch2 Frequency</source>
+        <translation>陷波器 2 频率</translation>
+    </message>
+    <message>
+        <source>Notch2 Width Grade</source>
+        <translation>陷波器 2 宽度等级</translation>
+    </message>
+    <message>
+        <source>Notch2 Deep Grade</source>
+        <translation>陷波器 2 深度等级</translation>
+    </message>
+    <message>
+        <source>Notch3 Frequency</source>
+        <translation>陷波器 3 频率</translation>
+    </message>
+    <message>
+        <source>Notch3 Width Grade</source>
+        <translation>陷波器 3 宽度等级</translation>
+    </message>
+    <message>
+        <source>Notch3 Deep Grade</source>
+        <translation>陷波器 3 深度等级</translation>
+    </message>
+    <message>
+        <source>Notch4 Frequency</source>
+        <translation>陷波器 4 频率</translation>
+    </message>
+    <message>
+        <source>Notch4 Width Grade</source>
+        <translation>陷波器 4 宽度等级</translation>
+    </message>
+    <message>
+        <source>Notch4 Deep Grade</source>
+        <translation>陷波器 4 深度等级</translation>
+    </message>
+    <message>
+        <source>Maxinum speed</source>
+        <translation>最大速度</translation>
+    </message>
+    <message>
+        <source>Notch-filter1 Frequency</source>
+        <translation>陷波器 1 频率</translation>
+    </message>
+    <message>
+        <source>Notch-filter1 Width Grade</source>
+        <translation>陷波器 1 宽度等级</translation>
+    </message>
+    <message>
+        <source>Notch-filter1 Deep Grade</source>
+        <translation>陷波器 1 深度等级</translation>
+    </message>
+    <message>
+        <source>Notch-filter2 Frequency</source>
+        <translation>陷波器 2 频率</translation>
+    </message>
+    <message>
+        <source>Notch-filter2 Width Grade</source>
+        <translation>陷波器 2 宽度等级</translation>
+    </message>
+    <message>
+        <source>Notch-filter2 Deep Grade</source>
+        <translation>陷波器 2 深度等级</translation>
+    </message>
+    <message>
+        <source>Notch-filter3 Frequency</source>
+        <translation>陷波器 3 频率</translation>
+    </message>
+    <message>
+        <source>Notch-filter3 Width Grade</source>
+        <translation>陷波器 3 宽度等级</translation>
+    </message>
+    <message>
+        <source>Notch-filter3 Deep Grade</source>
+        <translation>陷波器 3 深度等级</translation>
+    </message>
+    <message>
+        <source>Notch-filter4 Frequency</source>
+        <translation>陷波器 4 频率</translation>
+    </message>
+    <message>
+        <source>Notch-filter4 Width Grade</source>
+        <translation>陷波器 4 宽度等级</translation>
+    </message>
+    <message>
+        <source>Notch-filter4 Deep Grade</source>
+        <translation>陷波器 4 深度等级</translation>
+    </message>
+    <message>
+        <source>Calculated</source>
+        <translation>计算值</translation>
+    </message>
+</context>
+<context>
     <name>MainWindow</name>
     <message>
         <source>File(F)</source>
@@ -220,10 +503,6 @@
     <message>
         <source>Communication Lost.</source>
         <translation>通信中断。</translation>
-    </message>
-    <message>
-        <source>Trial Run</source>
-        <translation>试运行</translation>
     </message>
     <message>
         <source>Please close &quot;Trial Run&quot; window frist</source>
@@ -688,6 +967,13 @@ Min:%1</source>
 Do you want to replace it?</source>
         <translation>%1 已存在。
 要替换它吗？</translation>
+    </message>
+</context>
+<context>
+    <name>RigidityChart</name>
+    <message>
+        <source>Grade</source>
+        <translation>等级</translation>
     </message>
 </context>
 <context>

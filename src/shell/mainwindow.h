@@ -59,6 +59,7 @@ public slots:
     void on_actionCommunication_triggered();
     void on_actionParameter_Editor_triggered();
     void on_actionTrial_run_triggered();
+    void on_actionGain_Tuning_triggered();
     void on_actionCascade_triggered();
     void on_actionTitle_Horizontally_triggered();
     void on_actionTitle_Vertically_triggered();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/workingwindows.h"
 
+#include "gaintuning/gaintuning.h"
 #include "link/serialport.h"
 #include "parameter/parametereditor.h"
 #include "shell/mainwindow.h"
@@ -63,9 +64,22 @@ void connectTrialRun(QWidget *widget, SerialPort *link, MainWindow *shell)
     QObject::connect(trialRun, &TrialRun::closeTrialRunWindow, shell, &MainWindow::closeTrialRunWindow);
 }
 
-const std::array<WorkingWindow, 2> windows{{
+QSize gainTuningSize(const QSize &area)
+{
+    return {1000, int(area.height() * 0.85)};
+}
+
+void connectGainTuning(QWidget *widget, SerialPort *link, MainWindow *shell)
+{
+    auto *const window = static_cast<GainTuning *>(widget);
+    connectRequests(window, link, shell);
+    QObject::connect(link, &SerialPort::handleGaintuning, window, &GainTuning::handleGaintuning);
+}
+
+const std::array<WorkingWindow, 3> windows{{
     {workingwindow::parameterEditor, ":/pic/pic/Parameter.png", editorSize, make<ParameterEditor>,
      connectEditor},
+    {workingwindow::gainTuning, ":/pic/pic/gain.png", gainTuningSize, make<GainTuning>, connectGainTuning},
     {workingwindow::trialRun, ":/pic/pic/trialrun.png", trialRunSize, make<TrialRun>, connectTrialRun},
 }};
 

@@ -26,6 +26,7 @@ struct WorkingWindow
 namespace workingwindow {
 
 constexpr char parameterEditor[] = "ParameterEditor";
+constexpr char gainTuning[] = "GainTuning";
 constexpr char scope[] = "Scope";
 constexpr char trialRun[] = "TrialRun";
 
