@@ -2,6 +2,7 @@
 #include "simulator/drive.h"
 
 #include "simulator/crc16.h"
+#include "simulator/model/motormodel.h"
 
 namespace kt500sim {
 namespace {
@@ -103,6 +104,11 @@ void Drive::factoryReset()
     powerCycle();
 }
 
+bool Drive::raiseFault(int number)
+{
+    return motor() != nullptr && motor()->raiseFault(m_registers, number);
+}
+
 const RegisterFile &Drive::registers()
 {
     m_model->refreshStatus(m_registers);
@@ -149,7 +155,7 @@ Bytes Drive::writeOne(const Bytes &request)
     if (!allWritable(place.offset, 1))
         return refuse(request, ExceptionCode::IllegalAddress);
     m_registers.set(place.offset, wordAt(request, 4), place.copy);
-    m_model->registersWritten(m_registers, place.offset, 1);
+    reportWrite(place.offset, 1, place.copy);
     return request; // the acknowledgement of this function is its echo
 }
 
@@ -171,10 +177,17 @@ Bytes Drive::writeSeveral(const Bytes &request)
         const std::uint16_t value = wordAt(request, headSize + 2 * static_cast<std::size_t>(i));
         m_registers.set(place.offset + i, value, place.copy);
     }
-    m_model->registersWritten(m_registers, place.offset, count);
+    reportWrite(place.offset, count, place.copy);
     Bytes reply(request.begin(), request.begin() + 6);
     appendCrc(reply);
     return reply;
+}
+
+void Drive::reportWrite(int firstOffset, int count, RegisterFile::Copy copy)
+{
+    m_model->registersWritten(m_registers, firstOffset, count);
+    if (copy == RegisterFile::Copy::WorkingAndStored)
+        m_model->storedCopyWritten(m_registers);
 }
 
 Bytes Drive::controlStream(const Bytes &request)

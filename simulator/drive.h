@@ -47,6 +47,11 @@ public:
     /// As a client would, but reaches read-only registers too; ignores offsets without a register.
     void setRegister(int offset, std::uint16_t value, RegisterFile::Copy copy);
 
+    /// The motor behind the registers; null with a model that has none.
+    MotorModel *motor() { return m_model->motor(); }
+    /// Fault by its number; false if one is present, there is no such number, or there is no motor.
+    bool raiseFault(int number);
+
     ScopeStream &stream() { return m_stream; }
     const ScopeStream &stream() const { return m_stream; }
     milliseconds longestRest() const { return m_model->longestRest(); }
@@ -56,6 +61,7 @@ private:
     Bytes writeOne(const Bytes &request);
     Bytes writeSeveral(const Bytes &request);
     Bytes controlStream(const Bytes &request);
+    void reportWrite(int firstOffset, int count, RegisterFile::Copy copy);
     Bytes refuse(const Bytes &request, ExceptionCode code) const;
     bool allWritable(int offset, int count) const;
 

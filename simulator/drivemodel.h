@@ -16,6 +16,8 @@ namespace kt500sim {
 constexpr int samplesPerSecond = 8000;
 constexpr std::chrono::nanoseconds samplePeriod{1'000'000'000 / samplesPerSecond};
 
+class MotorModel;
+
 class DriveModel
 {
 public:
@@ -35,6 +37,12 @@ public:
 
     /// A client has written \a count registers from \a firstOffset on.
     virtual void registersWritten(RegisterFile &registers, int firstOffset, int count) = 0;
+
+    /// Of the registers written, the stored copy has been reached too; called once a request.
+    virtual void storedCopyWritten(RegisterFile &) {}
+
+    /// The model with a motor behind it; null for another.
+    virtual MotorModel *motor() { return nullptr; }
 
     /// The present value of scope item number \a item, in its raw unit; 0 for an item that is not known.
     virtual std::int32_t scopeValue(int item) const = 0;

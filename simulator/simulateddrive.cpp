@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/simulateddrive.h"
 
-#include "simulator/signalmodel.h"
+#include "simulator/model/motormodel.h"
 
 #include <QFile>
 
@@ -38,7 +38,7 @@ struct SimulatedDrive::Private
 {
     Private(const DriveOptions &options, const RegisterTable &table, std::unique_ptr<DriveModel> model)
         : linkPath(toBytes(options.linkPath))
-        , drive(table, model ? std::move(model) : std::make_unique<SignalModel>(), options.station,
+        , drive(table, model ? std::move(model) : std::make_unique<MotorModel>(), options.station,
                 options.samplesPerFrame)
         , terminal(linkPath)
         , loop(drive, terminal, options.frameGap)
@@ -315,6 +315,63 @@ void SimulatedDrive::unfreeze()
 void SimulatedDrive::advance(nanoseconds time)
 {
     d->perform([&] { d->loop.step(time); });
+}
+
+void SimulatedDrive::setPlant(const PlantSettings &settings)
+{
+    d->perform([&] {
+        if (MotorModel *const motor = d->drive.motor())
+            motor->setPlant(settings);
+    });
+}
+
+PlantSettings SimulatedDrive::plant()
+{
+    return d->ask([&] {
+        MotorModel *const motor = d->drive.motor();
+        return motor != nullptr ? motor->plantSettings() : PlantSettings{0, 0, 0, 0, 0, 0};
+    });
+}
+
+void SimulatedDrive::setContact(int number, bool closed)
+{
+    d->perform([&] {
+        MotorModel *const motor = d->drive.motor();
+        if (motor == nullptr || number < 1 || number > 16)
+            return;
+        const unsigned bit = 1u << (number - 1);
+        const unsigned contacts = motor->contacts();
+        motor->setContacts(static_cast<std::uint16_t>(closed ? contacts | bit : contacts & ~bit));
+    });
+}
+
+std::uint16_t SimulatedDrive::contacts()
+{
+    return d->ask([&] {
+        MotorModel *const motor = d->drive.motor();
+        return motor != nullptr ? motor->contacts() : std::uint16_t{0};
+    });
+}
+
+bool SimulatedDrive::raiseFault(int number)
+{
+    return d->ask([&] { return d->drive.raiseFault(number); });
+}
+
+void SimulatedDrive::setWarning(int number, bool on)
+{
+    d->perform([&] {
+        if (MotorModel *const motor = d->drive.motor())
+            motor->forceWarning(number, on);
+    });
+}
+
+DriveState SimulatedDrive::state()
+{
+    return d->ask([&] {
+        MotorModel *const motor = d->drive.motor();
+        return motor != nullptr ? motor->state() : DriveState();
+    });
 }
 
 bool SimulatedDrive::isStreaming()

@@ -9,6 +9,8 @@
 #include "simulator/driveloop.h"
 #include "simulator/framelog.h"
 #include "simulator/linefault.h"
+#include "simulator/model/drivestate.h"
+#include "simulator/model/plant.h"
 
 #include <QString>
 
@@ -42,7 +44,7 @@ struct RegisterSnapshot
 class SimulatedDrive
 {
 public:
-    /// The built-in register table, and the signal model unless another \a model is given.
+    /// The built-in register table, and a motor unless another \a model is given.
     explicit SimulatedDrive(const DriveOptions &options = {}, std::unique_ptr<DriveModel> model = nullptr);
     SimulatedDrive(const DriveOptions &options, const RegisterTable &table,
                    std::unique_ptr<DriveModel> model);
@@ -98,6 +100,17 @@ public:
     void unfreeze();
     /// Moves the model on at once by \a time; stream frames that fall into it are sent.
     void advance(nanoseconds time);
+
+    // What a person at the machine does. With a model that has no motor these change nothing and give zeros.
+    void setPlant(const PlantSettings &settings);
+    PlantSettings plant();
+    /// Closes or opens the contact at DI \a number, 1 to 16.
+    void setContact(int number, bool closed);
+    std::uint16_t contacts();
+    /// False if a fault is present already, or there is no such number (1 to 99).
+    bool raiseFault(int number);
+    void setWarning(int number, bool on);
+    DriveState state();
 
     bool isStreaming();
     Counters counters();

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/console.h"
+#include "simulator/signalmodel.h"
 
 #include <QtTest>
 
@@ -98,7 +99,7 @@ private slots:
 
     void modelIsSteppedByCommand()
     {
-        SimulatedDrive drive;
+        SimulatedDrive drive({}, std::make_unique<SignalModel>()); // its values move without being told to
         Console console(drive, {});
         console.execute(QStringLiteral("freeze"));
         const auto before = drive.readPair(1511);
