@@ -13,7 +13,7 @@ namespace {
 
 constexpr int repeatInterval = 100; // ms
 constexpr int repeatLimit = 20;
-constexpr int doubtTime = 250; // ms after which no second answer to a repeated request comes any more
+constexpr int doubtTime = 200; // ms after which no second answer to a repeated request comes any more
 constexpr int functionMask = 0x7F;
 
 } // namespace

@@ -58,7 +58,7 @@ void TrialRun::connectSequence()
     connect(sequence, &TrialSequence::withdrawNeeded, this,
             [this] { emit withdrawRequests(trialRunLinkName); });
     connect(sequence, &TrialSequence::valueRead, this, &TrialRun::takeValue);
-    connect(sequence, &TrialSequence::positionRead, this, &TrialRun::takePosition);
+    connect(sequence, &TrialSequence::positionTold, this, &TrialRun::takePosition);
     connect(sequence, &TrialSequence::jogTableRead, this, &TrialRun::jogTableStands);
     connect(sequence, &TrialSequence::continuousTableRead, this, [this] {
         sequence->continueWith(TrialStage::Idle, mirrorFrames(page->positionTable->values()));

@@ -12,7 +12,7 @@
 namespace {
 
 constexpr int saveInterval = 100;      // ms
-constexpr int calmTime = 250;          // ms
+constexpr int calmTime = 250;          // ms, longer than a reply stays doubtful
 constexpr int positionTimeLimit = 300; // ms
 constexpr int restoreTime = 4000;      // ms
 constexpr int servoOffTime = 50;       // ms that the drive gets for the control panel before anything else
@@ -252,7 +252,7 @@ void TrialSequence::handleReply(const QByteArray &reply)
     if (answered->kind == TrialExchange::Kind::Position) {
         if (currentStage == TrialStage::Polling && positionPolling && isReadReplyOf(reply, 2)) {
             looksAsked = 0;
-            emit positionRead(payloadFromFront(reply));
+            emit positionTold(payloadFromFront(reply));
             readAbsolutePosition();
         }
     } else if (answered->kind == TrialExchange::Kind::Sequence && answered->id == headId) {

@@ -68,7 +68,7 @@ signals:
     void withdrawNeeded();
     // The reply to a read of the saving, or of a table.
     void valueRead(TrialStage readIn, int address, QByteArray data);
-    void positionRead(QByteArray data);
+    void positionTold(QByteArray data);
     void jogTableRead();
     void continuousTableRead();
     // Something was pressed without a link: it is to be taken for ended, as by a link that is lost.
