@@ -19,6 +19,10 @@ namespace {
 constexpr int baud = 115200;
 constexpr std::chrono::microseconds turnaround(1000);
 
+// A load that the factory's gains move, but not well: an inertia that the drive does not know of yet, and a
+// shaft that rings once the gains are raised.
+constexpr kt500sim::PlantSettings machine{5, 600, 0.015, 0.0003, 0.08, 0};
+
 // The walk fills a screen of this size; a desktop keeps the size it remembers.
 constexpr int tourWidth = 1280;
 constexpr int tourHeight = 800;
@@ -86,6 +90,7 @@ int main(int argc, char *argv[])
     options.linkPath = linkFolder.filePath(QStringLiteral("kt500"));
     options.pacing = {baud, turnaround};
     kt500sim::SimulatedDrive drive(options);
+    drive.setPlant(machine);
     QString error;
     if (!drive.start(&error)) {
         print(stderr, QStringLiteral("The simulated drive does not start: ") + error);

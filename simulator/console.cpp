@@ -26,6 +26,7 @@ QString showValue(std::uint16_t value)
 
 Console::Console(SimulatedDrive &drive, std::function<void(const std::string &)> printLine)
     : m_drive(drive)
+    , m_machine(drive)
     , m_printLine(std::move(printLine))
 {
 }
@@ -43,6 +44,8 @@ QString Console::execute(const QString &line)
         m_drive.setFault(text, &error);
         return error;
     }
+    if (const std::optional<QString> said = m_machine.execute(words))
+        return *said;
     if (command == QLatin1String("get"))
         return get(words);
     if (command == QLatin1String("set"))
@@ -82,7 +85,7 @@ QString Console::execute(const QString &line)
 
 QString Console::help()
 {
-    return Fault::usage() +
+    return Fault::usage() + MachineCommands::help() +
            QStringLiteral("power-cycle        load the stored registers, restart the status\n"
                           "factory            factory values everywhere\n"
                           "get REGISTER       show a register: 304, 0x130 or Pn-304\n"

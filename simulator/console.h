@@ -4,7 +4,7 @@
 // Lives on the thread of its owner, which also owns the drive.
 #pragma once
 
-#include "simulator/simulateddrive.h"
+#include "simulator/machinecommands.h"
 
 #include <QString>
 #include <QStringList>
@@ -38,6 +38,7 @@ private:
     QString advance(const QStringList &words);
 
     SimulatedDrive &m_drive;
+    MachineCommands m_machine;
     std::function<void(const std::string &)> m_printLine;
     bool m_wantsToQuit = false;
 };

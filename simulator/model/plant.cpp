@@ -88,6 +88,38 @@ void Plant::discretise()
         m_byMotor[row] = exact[row][motorTorque];
         m_byLoad[row] = exact[row][loadTorque];
     }
+    discretiseHeld();
+}
+
+void Plant::discretiseHeld()
+{
+    m_heldTransition = {};
+    m_heldByLoad = {};
+    if (isRigid())
+        return;
+    constexpr std::size_t twist = 0;
+    constexpr std::size_t speed = 1;
+    constexpr std::size_t loadTorque = 2;
+    Matrix<3> rates{};
+    rates[twist][speed] = -stepTime;
+    rates[speed][twist] = m_settings.stiffness / loadInertia() * stepTime;
+    rates[speed][speed] = -m_settings.damping / loadInertia() * stepTime;
+    rates[speed][loadTorque] = -stepTime / loadInertia();
+    const Matrix<3> exact = exponential(rates);
+    for (std::size_t row = 0; row < 2; ++row) {
+        m_heldTransition[row] = {exact[row][twist], exact[row][speed]};
+        m_heldByLoad[row] = exact[row][loadTorque];
+    }
+}
+
+void Plant::stepHeld()
+{
+    const double twist = m_state[Twist];
+    const double speed = m_state[LoadSpeed];
+    m_state[Twist] = m_heldTransition[0][0] * twist + m_heldTransition[0][1] * speed +
+                     m_heldByLoad[0] * m_settings.loadTorque;
+    m_state[LoadSpeed] = m_heldTransition[1][0] * twist + m_heldTransition[1][1] * speed +
+                         m_heldByLoad[1] * m_settings.loadTorque;
 }
 
 void Plant::step(double motorTorque, double brakeTorque)
@@ -103,8 +135,15 @@ void Plant::step(double motorTorque, double brakeTorque)
     // it sticks without a threshold and never drives.
     const double most = m_settings.coulomb + brakeTorque;
     const double friction = clampTo(-next[MotorSpeed] / m_byMotor[MotorSpeed], -most, most);
+    const bool holds = friction > -most && friction < most;
+    if (holds && m_state[MotorSpeed] == 0) {
+        stepHeld();
+        return;
+    }
     for (std::size_t row = 0; row < stateCount; ++row)
         m_state[row] = next[row] + m_byMotor[row] * friction;
+    if (holds)
+        m_state[MotorSpeed] = 0; // to the last digit
     m_position += next[stateCount] + m_byMotor[stateCount] * friction;
 }
 

@@ -53,6 +53,8 @@ private:
     using Vector = std::array<double, stateCount>;
 
     void discretise();
+    void discretiseHeld();
+    void stepHeld();
     double loadInertia() const { return m_rotorInertia * (m_settings.inertiaRatio - 1); }
 
     PlantSettings m_settings;
@@ -63,6 +65,10 @@ private:
     std::array<Vector, stateCount + 1> m_transition{};
     std::array<double, stateCount + 1> m_byMotor{};
     std::array<double, stateCount + 1> m_byLoad{};
+
+    // The same for twist and load speed while friction holds the motor.
+    std::array<std::array<double, 2>, 2> m_heldTransition{};
+    std::array<double, 2> m_heldByLoad{};
 
     Vector m_state{};
     double m_position = 0;

@@ -39,6 +39,7 @@ void PositionCommand::clearDeviation(double counts)
     m_profile.stop();
     m_raw = counts;
     m_target = counts;
+    m_exact = counts;
     m_smoothed = counts;
     m_speed = 0;
     m_pause = 0;
@@ -110,7 +111,7 @@ void PositionCommand::stepSections(const DigitalInputs &inputs)
 void PositionCommand::move(const MoveParameters &move, bool absolute, bool reversed, bool interrupts)
 {
     const double distance = m_gear.toCounts(reversed ? -static_cast<double>(move.distance) : move.distance);
-    double target = absolute ? distance : m_target + distance;
+    double target = absolute ? distance : m_exact + distance;
     if (interrupts && !absolute)
         target = m_raw + distance;
     m_forwardLimited = m_watchesLimits && target > m_gear.toCounts(m_parameters.forwardLimit);
@@ -123,8 +124,10 @@ void PositionCommand::move(const MoveParameters &move, bool absolute, bool rever
         return;
     if (move.speed <= 0)
         return;
-    m_target = target;
-    m_profile.start(target - m_raw, move.speed * countsPerRadian, move.acceleration * countsPerRadian);
+    // The next way goes on from the exact place, so that fractions of a count never add up.
+    m_exact = target;
+    m_target = static_cast<double>(nearest(target));
+    m_profile.start(m_target - m_raw, move.speed * countsPerRadian, move.acceleration * countsPerRadian);
 }
 
 } // namespace kt500sim

@@ -60,7 +60,8 @@ private:
     double m_raw = 0; ///< counts, before the filters
     double m_smoothed = 0;
     double m_speed = 0;
-    double m_target = 0;
+    double m_target = 0; ///< a whole count
+    double m_exact = 0;  ///< the same with the fraction of a count that the gear leaves
     bool m_triggered = false;
     bool m_sectionsStarted = false;
     std::int64_t m_pause = 0; ///< sample periods left

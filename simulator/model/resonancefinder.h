@@ -18,6 +18,8 @@ public:
     /// One sample period under \a torque (Nm) of a motor of \a ratedTorque.
     void step(double torque, double ratedTorque, const Plant &plant)
     {
+        if (m_resonance > 0)
+            return;
         m_excitation += std::fabs(torque - m_lastTorque) / ratedTorque;
         m_lastTorque = torque;
         if (m_excitation < enough || plant.isRigid())

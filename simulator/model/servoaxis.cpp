@@ -153,7 +153,7 @@ void ServoAxis::step(const AxisCommand &command, bool gainInput, bool inPosition
                                   std::min(command.bounds.negative, capacity)};
         const double wanted = torqueCommand(command, bounds, state);
         torque = m_path.shape(clampTo(wanted, -bounds.negative, bounds.positive), bounds);
-        state->torqueLimited = torque >= bounds.positive || torque <= -bounds.negative;
+        state->torqueLimited = wanted >= bounds.positive || wanted <= -bounds.negative;
     } else {
         state->torqueLimited = false;
         state->speedCommand = 0;

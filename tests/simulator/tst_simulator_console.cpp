@@ -108,13 +108,109 @@ private slots:
         QVERIFY(drive.readPair(1511) != before);
     }
 
+    void plantIsSetByCommand_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<double>("inertia");
+        QTest::addColumn<double>("stiffness");
+        QTest::addColumn<double>("friction");
+        QTest::addColumn<double>("loadTorque");
+        QTest::newRow("inertia") << "load-inertia 7.5" << 7.5 << 900.0 << 0.05 << 0.0;
+        QTest::newRow("stiffness") << "stiffness 250" << 1.5 << 250.0 << 0.05 << 0.0;
+        QTest::newRow("rigid") << "stiffness 0" << 1.5 << 0.0 << 0.05 << 0.0;
+        QTest::newRow("friction") << "friction 0.2" << 1.5 << 900.0 << 0.2 << 0.0;
+        QTest::newRow("load") << "load-torque -1.5" << 1.5 << 900.0 << 0.05 << -1.5;
+    }
+    void plantIsSetByCommand()
+    {
+        QFETCH(QString, command);
+        SimulatedDrive drive;
+        Console console(drive, {});
+        QCOMPARE(console.execute(command), QString());
+        const PlantSettings plant = drive.plant();
+        QTEST(plant.inertiaRatio, "inertia");
+        QTEST(plant.stiffness, "stiffness");
+        QTEST(plant.coulomb, "friction");
+        QTEST(plant.loadTorque, "loadTorque");
+    }
+
+    void machineCommandThatDoesNotFitChangesNothing_data()
+    {
+        QTest::addColumn<QString>("command");
+        for (const char *command :
+             {"load-inertia", "load-inertia 0.5", "load-inertia x", "load-inertia 2 3", "stiffness -1",
+              "friction -1", "friction nan", "load-torque", "input 0 on", "input 17 on", "input 1",
+              "input 1 maybe", "fault", "fault 0", "fault 100", "fault x", "warning 3", "warning 0 on"})
+            QTest::newRow(command) << command;
+    }
+    void machineCommandThatDoesNotFitChangesNothing()
+    {
+        QFETCH(QString, command);
+        SimulatedDrive drive;
+        Console console(drive, {});
+        drive.freeze();
+        QVERIFY(console.execute(command).startsWith(QLatin1String("usage: ")));
+        drive.advance(milliseconds(20));
+        const PlantSettings plant = drive.plant();
+        const PlantSettings factory;
+        QCOMPARE(plant.inertiaRatio, factory.inertiaRatio);
+        QCOMPARE(plant.stiffness, factory.stiffness);
+        QCOMPARE(plant.coulomb, factory.coulomb);
+        QCOMPARE(plant.loadTorque, factory.loadTorque);
+        QCOMPARE(drive.contacts(), std::uint16_t(0));
+        QCOMPARE(drive.state().fault, 0);
+        QCOMPARE(drive.state().warning, 0);
+    }
+
+    void contactsFaultsAndWarningsAreSetByCommand()
+    {
+        SimulatedDrive drive;
+        Console console(drive, {});
+        drive.freeze();
+        QCOMPARE(console.execute(QStringLiteral("input 16 on")), QString());
+        QCOMPARE(console.execute(QStringLiteral("input 2 on")), QString());
+        drive.advance(milliseconds(20));
+        QCOMPARE(drive.readRegister(1525).value(), std::uint16_t(0x8002));
+        QCOMPARE(console.execute(QStringLiteral("input 16 off")), QString());
+        drive.advance(milliseconds(20));
+        QCOMPARE(drive.readRegister(1525).value(), std::uint16_t(0x0002));
+
+        QCOMPARE(console.execute(QStringLiteral("fault 17")), QString());
+        QCOMPARE(drive.readRegister(1528).value(), std::uint16_t(17));
+        QCOMPARE(console.execute(QStringLiteral("fault 3")), QStringLiteral("a fault is present already"));
+        QCOMPARE(console.execute(QStringLiteral("warning 11 on")), QString());
+        QCOMPARE(drive.readRegister(1527).value(), std::uint16_t(11));
+        QCOMPARE(console.execute(QStringLiteral("warning 11 off")), QString());
+        QCOMPARE(drive.readRegister(1527).value(), std::uint16_t(0));
+    }
+
+    void stateShowsTheMotorAndItsLoad()
+    {
+        SimulatedDrive drive;
+        Console console(drive, {});
+        drive.freeze();
+        console.execute(QStringLiteral("set 100 1"));
+        console.execute(QStringLiteral("set 402 6000"));
+        console.execute(QStringLiteral("load-inertia 2.5"));
+        console.execute(QStringLiteral("input 1 on"));
+        console.execute(QStringLiteral("advance 2000"));
+        const QString state = console.execute(QStringLiteral("state"));
+        QVERIFY2(state.contains(QLatin1String("servo        on")), qPrintable(state));
+        QVERIFY2(state.contains(QLatin1String("command 600.0 rpm")), qPrintable(state));
+        QVERIFY2(state.contains(QLatin1String("inputs       0x0001")), qPrintable(state));
+        QVERIFY2(state.contains(QLatin1String("ratio 2.50")), qPrintable(state));
+        QVERIFY2(state.contains(QLatin1String("fault        0, warning 0")), qPrintable(state));
+    }
+
     void helpNamesEveryCommand()
     {
         const QString help = Console::help();
         for (const char *word :
-             {"noreply", "badcrc", "split",    "late",        "stale",    "exception", "silence", "hangup",
-              "garbage", "stream", "clear",    "power-cycle", "factory",  "get",       "set",     "store",
-              "pace",    "freeze", "unfreeze", "advance",     "counters", "log",       "port",    "quit"})
+             {"noreply",     "badcrc",  "split",        "late",      "stale",       "exception", "silence",
+              "hangup",      "garbage", "stream",       "clear",     "power-cycle", "factory",   "get",
+              "set",         "store",   "load-inertia", "stiffness", "damping",     "friction",  "viscous",
+              "load-torque", "input",   "fault",        "warning",   "state",       "pace",      "freeze",
+              "unfreeze",    "advance", "counters",     "log",       "port",        "quit"})
             QVERIFY2(help.contains(QLatin1String(word)), word);
     }
 
