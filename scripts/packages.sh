@@ -40,10 +40,9 @@ need_packages() {
 # configure PRESET: once, or again after a change of the machine's packages.
 configure() {
     [ -f "build/$1/build.ninja" ] && return 0
-    cmake --preset "$1" >"/tmp/velmora-configure-$1.$$" 2>&1 || {
-        cat "/tmp/velmora-configure-$1.$$" >&2
-        rm -f "/tmp/velmora-configure-$1.$$"
-        return 1
-    }
-    rm -f "/tmp/velmora-configure-$1.$$"
+    local log result=0
+    log=$(mktemp)
+    cmake --preset "$1" >"$log" 2>&1 || { result=$?; cat "$log" >&2; }
+    rm -f "$log"
+    return "$result"
 }

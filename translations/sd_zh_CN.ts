@@ -35,6 +35,10 @@
         <source>Normal monitoring parameters</source>
         <translation>常规监视参数</translation>
     </message>
+    <message>
+        <source>This catalogue has no texts for the digit.</source>
+        <translation>此参数表没有该位的说明。</translation>
+    </message>
 </context>
 <context>
     <name>CommunicationSetting</name>
@@ -529,7 +533,7 @@
     <name>ParameterBatch</name>
     <message>
         <source>Batch Parameter Modification</source>
-        <translation>批量参数修改</translation>
+        <translation>参数批量修改</translation>
     </message>
     <message>
         <source>Function code</source>
@@ -620,7 +624,7 @@
     </message>
     <message>
         <source>edit parameter</source>
-        <translation>批量修改参数</translation>
+        <translation>参数批量修改</translation>
     </message>
     <message>
         <source>Read-only</source>
@@ -882,7 +886,7 @@
     </message>
     <message>
         <source>Fail to connect to the device via USB!</source>
-        <translation>USB连接设备失败！</translation>
+        <translation>无法通过USB连接到设备！</translation>
     </message>
     <message>
         <source>Input value execteeds the range!
@@ -945,7 +949,7 @@ Min:%1</source>
     </message>
     <message>
         <source>Description</source>
-        <translation>参数说明</translation>
+        <translation>参数名称</translation>
     </message>
     <message>
         <source>Function Code</source>
@@ -957,7 +961,7 @@ Min:%1</source>
     </message>
     <message>
         <source>Fail to connect to the device via USB!</source>
-        <translation>USB连接设备失败！</translation>
+        <translation>无法通过USB连接到设备！</translation>
     </message>
 </context>
 <context>

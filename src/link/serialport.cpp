@@ -145,8 +145,7 @@ void SerialPort::checkUsbSlt()
     const QList<SerialPortEntry> ports = serialPorts();
     for (const SerialPortEntry &port : ports) {
         names.append(port.name);
-        // The names are collected as the walk goes, so this tests every port from ours onward. It is wanted
-        // so.
+        // Deliberate: the names are collected as the walk goes, so this tests every port from ours onward.
         if (names.contains(portName) && port.manufacturer.isEmpty()) {
             if (isRunning()) {
                 quietStop = false;

@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -34,6 +35,13 @@ QString captionOf(FieldPart part)
         break;
     }
     return BitFieldFormView::tr("Option:");
+}
+
+// A key that would look for an option that begins with it. The space bar opens the list.
+bool isSearchKey(const QKeyEvent *event)
+{
+    const QString text = event->text();
+    return event->key() != Qt::Key_Space && !text.isEmpty() && text.at(0).isPrint();
 }
 
 } // namespace
@@ -82,6 +90,7 @@ NewCombox *BitFieldFormView::makeComboBox(const BitField &field, const QStringLi
         items.isEmpty() ? new NewCombox(captionOf(field.part)) : new NewCombox(captionOf(field.part), items);
     box->setObjectName(QLatin1String(field.widgetName));
     box->comboBox->setObjectName(QLatin1String(field.name));
+    box->comboBox->installEventFilter(this);
     return box;
 }
 
@@ -112,6 +121,8 @@ void BitFieldFormView::addPlainDigits(const BitField &field)
     if (digits.isEmpty())
         return;
     NewCombox *const box = makeComboBox(field, digits);
+    box->setToolTip(tr("This catalogue has no texts for the digit."));
+    box->comboBox->setToolTip(box->toolTip());
     column->addWidget(box);
     rows.append({&field, box, nullptr});
 }
@@ -183,6 +194,18 @@ void BitFieldFormView::showText(const QString &text)
     updateDependents();
 }
 
+// The value can't be typed: who types digits means the value, and would choose options unseen. An open list
+// takes keys and wheel by itself, they do not come here.
+bool BitFieldFormView::eventFilter(QObject *object, QEvent *event)
+{
+    const bool isKept = event->type() == QEvent::Wheel ||
+                        (event->type() == QEvent::KeyPress && isSearchKey(static_cast<QKeyEvent *>(event)));
+    if (!isKept)
+        return QWidget::eventFilter(object, event);
+    event->ignore(); // what is around may scroll
+    return true;
+}
+
 void BitFieldFormView::updateDependents()
 {
     for (const Row &row : qAsConst(rows)) {
@@ -210,12 +233,13 @@ void BitFieldFormView::showBlockOf(const Row &row)
 {
     const DetailBlock block =
         blocks.value(hundredsIndex() == 0 ? row.field->block : row.field->alternateBlock);
-    if (block.options.isEmpty() || !row.group)
+    if (block.options.isEmpty() || !row.group || row.group->title() == block.title)
         return;
     QComboBox *const comboBox = row.box->comboBox;
     const QSignalBlocker blocker(comboBox);
     const int index = comboBox->currentIndex();
     row.group->setTitle(block.title);
+    row.box->label->setText(block.title);
     comboBox->clear();
     comboBox->addItems(block.options);
     comboBox->setCurrentIndex(index < block.options.size() ? index : 0);

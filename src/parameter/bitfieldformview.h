@@ -27,6 +27,10 @@ public:
     // In the order of the form; each named as its field.
     QList<QComboBox *> comboBoxes() const;
 
+    // Every field is reached by clicking or the tabulator; digits typed without opening its list, and the
+    // wheel, leave its choice alone.
+    bool eventFilter(QObject *object, QEvent *event) override;
+
     // Shows the digits of a typed text, without any signal of the combo boxes.
     void showText(const QString &text);
 

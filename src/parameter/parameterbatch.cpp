@@ -4,6 +4,7 @@
 #include "catalogue/parametercode.h"
 #include "parameter/parametersymbols.h"
 #include "parameter/parametertable.h"
+#include "widgets/toolicons.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -19,7 +20,6 @@ static_assert(ParameterBatch::ColumnCount == batchColumnCount);
 namespace {
 
 constexpr int toolBarHeight = 26; // pixels
-constexpr int toolIconSize = 20;  // pixels
 constexpr int toolGap = 40;       // pixels
 constexpr int pixelsPerRow = 25;
 constexpr int markWidth = 33;         // pixels, of a column of marks
@@ -60,7 +60,7 @@ ParameterBatch::ParameterBatch(QWidget *parent)
 
     toolBar = new QToolBar;
     toolBar->setFixedHeight(toolBarHeight);
-    toolBar->setIconSize(QSize(toolIconSize, toolIconSize));
+    toolBar->setIconSize(toolIconSize);
     buildTable();
 
     auto *layout = new QVBoxLayout(this);

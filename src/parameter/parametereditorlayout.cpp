@@ -9,6 +9,7 @@
 #include "settings/settingskeys.h"
 #include "widgets/heldprogressdialog.h"
 #include "widgets/sunkenlabel.h"
+#include "widgets/toolicons.h"
 
 #include <QHBoxLayout>
 #include <QSettings>
@@ -51,6 +52,7 @@ QToolBar *ParameterEditor::buildToolBar()
     };
 
     auto *bar = new QToolBar;
+    bar->setIconSize(toolIconSize);
     QAction *const open = bar->addAction(icon("open.png"), tr("&Open..."));
     open->setObjectName(QStringLiteral("openAction"));
     open->setStatusTip(tr("Open an existing file"));

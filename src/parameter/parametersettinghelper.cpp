@@ -205,10 +205,39 @@ void ParameterSettingHelper::buildForm()
     connect(valueEdit, &QLineEdit::textEdited, formView, &BitFieldFormView::showText);
 }
 
+// Only the form changes the value: nothing invites to type.
+void ParameterSettingHelper::showValueAsLabel()
+{
+    valueEdit->setFocusPolicy(Qt::ClickFocus); // its text can be copied
+    // An edit with a style sheet of its own does not take the dialog's font.
+    valueEdit->setFont(font());
+    valueEdit->setStyleSheet(QStringLiteral("background: transparent; border: none;"));
+}
+
+// The value, the choices from top to bottom, then the buttons from left to right.
+void ParameterSettingHelper::orderTabs()
+{
+    QWidget *last = valueEdit;
+    const auto add = [&last](QWidget *next) {
+        setTabOrder(last, next);
+        last = next;
+    };
+    if (formView) {
+        const QList<QComboBox *> comboBoxes = formView->comboBoxes();
+        for (QComboBox *comboBox : comboBoxes)
+            add(comboBox);
+    }
+    for (const char *name : {"cancelButton", "okButton", "writeButton"})
+        add(findChild<QPushButton *>(QLatin1String(name)));
+}
+
 void ParameterSettingHelper::finishWindow()
 {
+    orderTabs();
     // A widget that comes under a style sheet does not take its parent's font: the sheet follows the widgets.
     setStyleSheet(QStringLiteral("QWidget#widget{background-color: #E1ECEE;}"));
+    if (valueEdit->isReadOnly())
+        showValueAsLabel();
     const QList<QComboBox *> comboBoxes = formView ? formView->comboBoxes() : QList<QComboBox *>();
     if (valueEdit->isReadOnly() && !comboBoxes.isEmpty()) {
         comboBoxes.first()->setFocus();

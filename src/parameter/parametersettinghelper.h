@@ -43,6 +43,8 @@ private:
     QLayout *buildValueRow();
     QLayout *buildButtons();
     void buildForm();
+    void showValueAsLabel();
+    void orderTabs();
     void finishWindow();
     void checkCatalogue();
     void takeValue(bool isWriteRAM);

@@ -8,7 +8,9 @@
 #include "settings/settingskeys.h"
 #include "shell/externalprograms.h"
 #include "shell/windowarrangement.h"
+#include "shell/windowgeometry.h"
 #include "shell/workingwindows.h"
+#include "widgets/toolicons.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -25,7 +27,6 @@ namespace {
 
 constexpr int toolBarHeight = 26;       // pixels
 constexpr int toolBarRightMargin = 100; // pixels
-constexpr int indicatorSize = 20;       // pixels
 
 } // namespace
 
@@ -37,6 +38,8 @@ MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
     , translator(appTranslator)
 {
     ui->setupUi(this);
+    // The tool bar is fixed: nothing offers to hide it.
+    setContextMenuPolicy(Qt::NoContextMenu);
     ui->actionPrint->setVisible(false);
     setWindowTitle(shownTitle);
 
@@ -51,9 +54,10 @@ MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
 
     ui->ToolBar->setContentsMargins(0, 0, toolBarRightMargin, 0);
     ui->ToolBar->setFixedHeight(toolBarHeight);
+    ui->ToolBar->setIconSize(toolIconSize);
     onlineLabel = new QLabel;
     onlineLabel->setObjectName(QStringLiteral("onlineLabel"));
-    onlineLabel->setFixedSize(indicatorSize, indicatorSize);
+    onlineLabel->setFixedSize(toolIconSize);
     statusBar()->addPermanentWidget(onlineLabel);
 
     serialPort = new SerialPort(this);
@@ -61,6 +65,7 @@ MainWindow::MainWindow(QTranslator *appTranslator, QWidget *parent)
 
     QSettings settings(settingsFile, QSettings::IniFormat);
     restoreGeometry(settings.value(settingskey::geometry).toByteArray());
+    keepOnScreen(this);
     calcProcess = new QProcess(this);
 
     communicationDialog = new CommunicationSetting;

@@ -2,6 +2,7 @@
 #include "shell/startup.h"
 
 #include "settings/applanguage.h"
+#include "shell/lightpalette.h"
 #include "shell/mainwindow.h"
 
 #include <QApplication>
@@ -17,6 +18,11 @@ Application startApplication()
         if (translator->load(path))
             QCoreApplication::installTranslator(translator);
     };
+
+    // Boxes without a title carry this name. It also is the display name; one that is set by itself would be
+    // appended to every title.
+    QCoreApplication::setApplicationName(QStringLiteral("Velmora"));
+    useLightPalette();
 
     Application application;
     application.translator = std::make_unique<QTranslator>();

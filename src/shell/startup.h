@@ -21,6 +21,6 @@ struct Application
     Application(Application &&) noexcept;
 };
 
-// Reads the language, installs the translators and makes and shows the main window, which shows the
-// connection dialog first. A QApplication must exist.
+// Names the application, gives it its colours, reads the language, installs the translators and makes and
+// shows the main window, which shows the connection dialog first. A QApplication must exist.
 Application startApplication();

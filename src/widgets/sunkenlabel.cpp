@@ -5,7 +5,9 @@ SunkenLabel::SunkenLabel(const QString &text, const QString &weight, int pointSi
     : QLabel(text, parent)
 {
     constexpr int blackWeight = 95;
+    constexpr int air = 2; // pixels between frame and text
     setFrameStyle(QFrame::Panel | QFrame::Sunken);
+    setMargin(air);
     setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
     setFont(QFont(QStringLiteral("Tahoma"), pointSize,
                   weight == QLatin1String("Black") ? blackWeight : int(QFont::Normal)));

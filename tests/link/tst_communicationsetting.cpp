@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -27,6 +28,8 @@ private slots:
     void okClosesAndEndsSilentReconnection();
     void cancelEmitsNothing();
     void shownDialogKeepsItsSize();
+    void dialogComesInTheMiddleOfTheScreen();
+    void enterMeansOk();
     void unreachableModeButtonsKeepTheirEffect();
 };
 
@@ -178,6 +181,29 @@ void CommunicationSettingTest::shownDialogKeepsItsSize()
     dialog.show();
     QCOMPARE(dialog.minimumSize(), dialog.size());
     QCOMPARE(dialog.maximumSize(), dialog.size());
+}
+
+void CommunicationSettingTest::dialogComesInTheMiddleOfTheScreen()
+{
+    CommunicationSetting dialog;
+    for (int i = 0; i < 2; ++i) {
+        dialog.move(3, 5);
+        dialog.show();
+        const QPoint off = dialog.pos() + dialog.rect().center() - dialog.screen()->geometry().center();
+        QVERIFY2(off.manhattanLength() <= 2, qPrintable(QString::number(off.manhattanLength())));
+        dialog.close();
+    }
+}
+
+void CommunicationSettingTest::enterMeansOk()
+{
+    CommunicationSetting dialog;
+    QSignalSpy spy(&dialog, &CommunicationSetting::setPortName);
+    dialog.show();
+    dialog.findChild<QComboBox *>(QStringLiteral("baudCombox"))->setFocus();
+    QTest::keyClick(&dialog, Qt::Key_Return);
+    QCOMPARE(spy.count(), 1);
+    QVERIFY(!dialog.isVisible());
 }
 
 void CommunicationSettingTest::unreachableModeButtonsKeepTheirEffect()

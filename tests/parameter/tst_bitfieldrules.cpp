@@ -342,7 +342,7 @@ void BitFieldRulesTest::pulseWidthListFollowsTheTerminal()
     QVERIFY(helper->findChild<NewCombox *>(QStringLiteral("Pn-300_31")));
     QComboBox *const thousands = box(helper, QStringLiteral("Pn-300_3"));
     QCOMPARE(titleAround(thousands), lowSpeed);
-    QCOMPARE(thousands->currentText(), QStringLiteral("3: 9.6us(52K)"));
+    QCOMPARE(thousands->currentText(), QStringLiteral("3: 9.6μs(52K)"));
 
     box(helper, QStringLiteral("Pn-300_2"))->setCurrentIndex(1);
     QCOMPARE(titleAround(thousands), highSpeed);
@@ -354,7 +354,7 @@ void BitFieldRulesTest::pulseWidthListFollowsTheTerminal()
     QCOMPARE(valueEdit(helper)->text(), QStringLiteral("0x1112"));
     box(helper, QStringLiteral("Pn-300_2"))->setCurrentIndex(0);
     QCOMPARE(titleAround(thousands), lowSpeed);
-    QCOMPARE(thousands->currentText(), QStringLiteral("1: 2.4us(208K)"));
+    QCOMPARE(thousands->currentText(), QStringLiteral("1: 2.4μs(208K)"));
     QCOMPARE(valueEdit(helper)->text(), QStringLiteral("0x1012"));
 }
 
@@ -366,7 +366,7 @@ void BitFieldRulesTest::bothPulseWidthListsAreWhole()
     const QStringList lowSpeed = details.mid(12, 5);
     const QStringList highSpeed = details.mid(18, 5);
     QCOMPARE(lowSpeed.last(), QStringLiteral("4: 不滤波"));
-    QCOMPARE(highSpeed, QStringList({"0: 150ns(3.33M)", "1: 600ns(0.83M)", "2: 1.2us(416K)", "3: 2.4us(208K)",
+    QCOMPARE(highSpeed, QStringList({"0: 150ns(3.33M)", "1: 600ns(0.83M)", "2: 1.2μs(416K)", "3: 2.4μs(208K)",
                                      "4: 不滤波"}));
 
     const Helper helper = open(chinese, QStringLiteral("Pn-300"), QStringLiteral("0x0000"));
@@ -386,7 +386,7 @@ void BitFieldRulesTest::bothPulseWidthListsAreWhole()
 void BitFieldRulesTest::pulseWidthListIsThatOfTheValueFromTheStart()
 {
     const Helper helper = open(chinese, QStringLiteral("Pn-300"), QStringLiteral("0x2100"));
-    QCOMPARE(box(helper, QStringLiteral("Pn-300_3"))->currentText(), QStringLiteral("2: 1.2us(416K)"));
+    QCOMPARE(box(helper, QStringLiteral("Pn-300_3"))->currentText(), QStringLiteral("2: 1.2μs(416K)"));
     QCOMPARE(valueEdit(helper)->text(), QStringLiteral("0x2100"));
 }
 

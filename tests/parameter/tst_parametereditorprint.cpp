@@ -227,7 +227,7 @@ void ParameterEditorPrintTest::documentHoldsAllPagesAsTheyStand_data()
     QTest::addColumn<QStringList>("firstAndLastHead");
 
     QTest::newRow("English") << "en_US" << 520 << QStringList{"Function Code", "Description"};
-    QTest::newRow("Chinese") << "zh_CN" << 571 << QStringList{"功能码", "参数说明"};
+    QTest::newRow("Chinese") << "zh_CN" << 571 << QStringList{"功能码", "参数名称"};
 }
 
 void ParameterEditorPrintTest::documentHoldsAllPagesAsTheyStand()

@@ -76,14 +76,14 @@ void MonitorFilesTest::rowsStandInOrder_data()
     QTest::addColumn<bool>("unclosed");
     QTest::addColumn<QStringList>("expected");
     const QString head = QStringLiteral("F00..F07 F09 F11 F13 F15 F17 F18 F20 F22..F29 ");
-    // The last row of the English files is not closed, and that is wanted: it is lost to a reader.
+    // Deliberate: the last row of the English files is not closed, so it is lost to a reader.
     const QStringList english = codes(head + "F30..F40 F42 F44 F46 F48 F50 F52 F55 F57 F59 F61 F63 F65 F67 "
                                              "F69 F71");
     QTest::newRow("ParameterMonitor_en_US") << 49 << true << english;
     QTest::newRow("ParameterScope_en_US") << 49 << true << english;
     QTest::newRow("ParameterMonitor_zh_CN")
         << 56 << false << codes(head + "F31..F40 F42 F44 F46..F53 F56..F62 F70..F72 F80 F81 F85");
-    // Pn-F50 stands twice, and that is wanted.
+    // Deliberate: Pn-F50 stands twice.
     QTest::newRow("ParameterScope_zh_CN")
         << 50 << false << codes(head + "F30..F40 F42 F44 F46 F50 F50 F52 S40..S48 F81");
 }
@@ -253,7 +253,7 @@ void MonitorFilesTest::alarmsStandInOrder_data()
     }
     numbers << 45 << 60 << 70;
     const QStringList chinese = numbered(QStringLiteral("Er-%1"), numbers);
-    // The Chinese file lacks this one row, and that is wanted.
+    // Deliberate: the Chinese file lacks this one row.
     QStringList english = chinese;
     english.insert(18, QStringLiteral("Er-019"));
     QTest::newRow("en_US alarms") << 0 << "Alarm Information"

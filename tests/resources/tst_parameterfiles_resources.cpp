@@ -137,7 +137,7 @@ void ParameterFilesTest::groupsHoldTheirCodesInOrder_data()
     add("Basic parameters", 50, 21, codes("000..049"), codes("000..020"));
     both("Basic control parameter", 20, codes("100..119"));
     add("DI/DO parameters", 60, 99, codes("200..259"), codes("200..297 298~299"));
-    // The row Pn-0329 has one digit too many in the English file, and that is wanted.
+    // Deliberate: the row Pn-0329 has one digit too many in the English file.
     add("Position Control", 34, 36,
         codes("300..303 304-305 306-307 308-309 310-311 312-313 314-315 316..324 325-326 327-328 0329 "
               "330..335 336~337 338..342"),
@@ -145,14 +145,14 @@ void ParameterFilesTest::groupsHoldTheirCodesInOrder_data()
               "329~330 331..339 340~341 342..345"));
     add("Speed control parameters", 21, 21, codes("400 401-402 403..421"), codes("400 401~402 403..421"));
     both("Torque control parameters", 19, codes("500..518"));
-    // Pn-606 stands twice in the English file, and that is wanted.
+    // Deliberate: Pn-606 stands twice in the English file.
     add("Gain class parameters", 88, 88, codes("600..607 606 608..613 620..651 652~653 654..693"),
         codes("600..613 620..651 652~653 654..694"));
     both("Full closed loop function", 18, codes("700 701 702~703 704~705 706..719"));
     add("Failure and protection", 19, 62, codes("800..806 807~808 809..817 818~819 820~821"),
         codes("800..806 807~808 809..817 818~819 820~821 822..864"));
     add("Communication parameter", 45, 41, codes("900..940 950..953"), codes("900..940"));
-    // One pair of the English file lacks the letter of its second code, and that is wanted.
+    // Deliberate: one pair of the English file lacks the letter of its second code.
     QStringList displacement = displacementCodes();
     displacement.replaceInStrings(QStringLiteral("Pn-A56~Pn-A57"), QStringLiteral("Pn-A56~Pn-57"));
     add("Multi-segment displacement group parameter", 68, 68, displacement, displacementCodes());

@@ -6,10 +6,16 @@
 #include "support/testdirectory.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QFile>
 #include <QSettings>
 #include <QTest>
+#include <QTimer>
 
 namespace {
+
+// Where this is set the program has been started by its own restart and leaves its arguments in that file.
+const char restartVariable[] = "VELMORA_TEST_RESTART";
 
 QString storedLanguage()
 {
@@ -31,6 +37,7 @@ private slots:
     void englishInChineseAsks();
     void chineseInChineseAsksToo();
     void cancelledQuestionChangesNothingMore();
+    void acceptedQuestionRestartsTheProgram();
 
 private:
     TestDirectory directory;
@@ -97,5 +104,39 @@ void LanguageTest::cancelledQuestionChangesNothingMore()
     QVERIFY(application.window->isVisible());
 }
 
-QTEST_MAIN(LanguageTest)
+void LanguageTest::acceptedQuestionRestartsTheProgram()
+{
+    const QString told = directory.path() + QStringLiteral("/restarted");
+    qputenv(restartVariable, QFile::encodeName(told));
+    ModalAnswers boxes;
+    directory.setLanguage(QStringLiteral("en_US"));
+    const Application application = startApplication();
+    boxes.expect(QStringLiteral("语言已更改。"), QMessageBox::Ok);
+    constexpr int notEnded = 1;
+    QTimer::singleShot(10000, application.window.get(), [] { QCoreApplication::exit(notEnded); });
+    QTimer::singleShot(0, application.window.get(), &MainWindow::on_actionSimplified_Chinese_triggered);
+    QCOMPARE(QApplication::exec(), 0);
+    qunsetenv(restartVariable);
+    QVERIFY(boxes.isDone());
+    QFile file(told);
+    QTRY_VERIFY_WITH_TIMEOUT(file.exists() && file.size() > 0, 20000);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    // The program itself, with no arguments.
+    QCOMPARE(QString::fromLocal8Bit(file.readAll()), QCoreApplication::applicationFilePath() + "|1\n");
+}
+
+int main(int argc, char *argv[])
+{
+    if (qEnvironmentVariableIsSet(restartVariable)) {
+        QFile file(QFile::decodeName(qgetenv(restartVariable)));
+        if (!file.open(QIODevice::WriteOnly))
+            return 1;
+        file.write(QByteArray(argv[0]) + '|' + QByteArray::number(argc) + '\n');
+        return 0;
+    }
+    QApplication application(argc, argv);
+    LanguageTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "tst_language.moc"

@@ -16,6 +16,7 @@
 #include <QTest>
 #include <QTimer>
 #include <QToolBar>
+#include <QToolButton>
 #include <QWheelEvent>
 
 namespace {
@@ -32,6 +33,28 @@ QStringList textsOf(const QWidget *widget)
 QImage pictureOf(const QIcon &icon)
 {
     return icon.pixmap(24, 24).toImage();
+}
+
+// Whether the opaque pixels of the picture stand side by side somewhere in the image.
+bool isDrawnIn(const QImage &image, const QImage &picture)
+{
+    const auto standsAt = [&](int left, int top) {
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const QColor colour = picture.pixelColor(x, y);
+                if (colour.alpha() == 255 && image.pixelColor(left + x, top + y).rgb() != colour.rgb())
+                    return false;
+            }
+        }
+        return true;
+    };
+    for (int top = 0; top + picture.height() <= image.height(); ++top) {
+        for (int left = 0; left + picture.width() <= image.width(); ++left) {
+            if (standsAt(left, top))
+                return true;
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -60,6 +83,9 @@ private slots:
     void maximizedWindowNamesItselfInTheTitle();
     void runningScopeDisablesSixActions();
     void toolBarHasNoContextMenu();
+    void nothingOffersToHideTheToolBar_data();
+    void nothingOffersToHideTheToolBar();
+    void toolsAreDrawnUnscaled();
     void wheelDoesNotChangeFilteredComboBoxes();
     void messagesThatNothingShowsExist();
 
@@ -360,6 +386,75 @@ void MainWindowTest::toolBarHasNoContextMenu()
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(5, 5));
     QCoreApplication::sendEvent(bar, &event);
     QVERIFY(!QApplication::activePopupWidget());
+}
+
+void MainWindowTest::nothingOffersToHideTheToolBar_data()
+{
+    QTest::addColumn<QString>("className");
+    QTest::newRow("menu bar") << "QMenuBar";
+    QTest::newRow("tool bar") << "QToolBar";
+}
+
+void MainWindowTest::nothingOffersToHideTheToolBar()
+{
+    QFETCH(QString, className);
+    const Shell shell;
+    QWidget *place = nullptr;
+    const QList<QWidget *> widgets = shell.window.findChildren<QWidget *>();
+    for (QWidget *widget : widgets) {
+        if (widget->metaObject()->className() == className)
+            place = widget;
+    }
+    QVERIFY(place);
+    // Behind what stands on the left.
+    const QPoint free(place->width() - 5, place->height() / 2);
+    QTimer closeMenu;
+    bool hasMenu = false;
+    connect(&closeMenu, &QTimer::timeout, &closeMenu, [&hasMenu] {
+        if (QWidget *const menu = QApplication::activePopupWidget()) {
+            hasMenu = true;
+            menu->close();
+        }
+    });
+    closeMenu.start(0);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, free, place->mapToGlobal(free));
+    QApplication::sendEvent(place, &event);
+    QCoreApplication::processEvents();
+    QVERIFY(!hasMenu);
+    QVERIFY(!QApplication::activePopupWidget());
+}
+
+// The picture of each tool is found in the bar pixel by pixel: nothing has scaled it.
+void MainWindowTest::toolsAreDrawnUnscaled()
+{
+    const Shell shell;
+    shell.action("actionParameter_Editor")->trigger();
+    shell.area()->subWindowList().first()->findChild<QAction *>(QStringLiteral("editAction"))->trigger();
+    QList<QToolBar *> bars;
+    const QWidgetList widgets = QApplication::allWidgets();
+    for (QWidget *widget : widgets) {
+        auto *const bar = qobject_cast<QToolBar *>(widget);
+        if (bar && bar->isVisible() && !bar->actions().isEmpty())
+            bars.append(bar);
+    }
+    QCOMPARE(bars.size(), 3);
+    int tools = 0;
+    for (const QToolBar *bar : qAsConst(bars)) {
+        QCOMPARE(bar->iconSize(), QSize(16, 16));
+        const QList<QAction *> actions = bar->actions();
+        for (QAction *action : actions) {
+            auto *const button = qobject_cast<QToolButton *>(bar->widgetForAction(action));
+            if (!button || action->icon().isNull())
+                continue;
+            ++tools;
+            QVERIFY2(button->isVisible(), qPrintable(action->text()));
+            const QPixmap picture = action->icon().pixmap(bar->iconSize());
+            QCOMPARE(picture.size(), QSize(16, 16));
+            QVERIFY2(action->icon().availableSizes().contains(QSize(16, 16)), qPrintable(action->text()));
+            QVERIFY2(isDrawnIn(button->grab().toImage(), picture.toImage()), qPrintable(action->text()));
+        }
+    }
+    QCOMPARE(tools, 9 + 6 + 8);
 }
 
 void MainWindowTest::wheelDoesNotChangeFilteredComboBoxes()

@@ -10,9 +10,12 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QMenu>
+#include <QPalette>
 #include <QSettings>
 #include <QTest>
 #include <QTimer>
+#include <QToolTip>
 #include <QTranslator>
 
 namespace {
@@ -54,6 +57,8 @@ private slots:
     void windowStandsWithTitleAndIcon();
     void chineseStartIsChineseThroughout();
     void englishStartLoadsNoTranslation();
+    void programIsNamedInBoxesWithoutATitle();
+    void darkDesktopLeavesTheProgramLight();
     void otherDirectoryHasOtherSettings();
     void qtsOwnTextsAreCarried();
     void closingTheMainWindowEndsTheProgram_data();
@@ -133,6 +138,51 @@ void StartupTest::englishStartLoadsNoTranslation()
     QVERIFY(application.translator && application.translator->isEmpty());
     QVERIFY(!application.qtTranslator);
     QCOMPARE(QCoreApplication::translate("ParameterTable", "Reserved"), QStringLiteral("Reserved"));
+}
+
+void StartupTest::programIsNamedInBoxesWithoutATitle()
+{
+    directory.setLanguage(QStringLiteral("en_US"));
+    QCoreApplication::setApplicationName(QStringLiteral("some-executable"));
+    const Application application = startApplication();
+    QCOMPARE(QGuiApplication::applicationDisplayName(), QStringLiteral("Velmora"));
+    QCOMPARE(QCoreApplication::applicationName(), QStringLiteral("Velmora"));
+}
+
+void StartupTest::darkDesktopLeavesTheProgramLight()
+{
+    directory.setLanguage(QStringLiteral("en_US"));
+    QPalette dark(QColor(0x30, 0x30, 0x30));
+    for (int role = 0; role < QPalette::NColorRoles; ++role)
+        dark.setColor(QPalette::All, QPalette::ColorRole(role), QColor(0x30, 0x30, 0x30));
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        dark.setColor(QPalette::All, role, Qt::white);
+    QApplication::setPalette(dark);
+    QApplication::setPalette(dark, "QMenu");
+    QToolTip::setPalette(dark);
+    const Application application = startApplication();
+    const QMenu menu;
+    for (const QPalette &shown :
+         {QApplication::palette(), application.window->palette(), menu.palette(), QToolTip::palette()}) {
+        for (int group = 0; group < QPalette::NColorGroups; ++group) {
+            const auto colour = [&](QPalette::ColorRole role) {
+                return shown.color(QPalette::ColorGroup(group), role);
+            };
+            QCOMPARE(colour(QPalette::Window), QColor(0xef, 0xef, 0xef));
+            QVERIFY(colour(QPalette::Base).lightness() > 220);
+            QVERIFY(colour(QPalette::Button).lightness() > 220);
+            QVERIFY(colour(QPalette::ToolTipBase).lightness() > 220);
+            QCOMPARE(colour(QPalette::ToolTipText), QColor(Qt::black));
+            for (int role = 0; role < QPalette::NColorRoles; ++role) {
+                if (role != QPalette::NoRole)
+                    QVERIFY2(colour(QPalette::ColorRole(role)) != QColor(0x30, 0x30, 0x30),
+                             qPrintable(QString::number(role)));
+            }
+        }
+        QCOMPARE(shown.color(QPalette::WindowText), QColor(Qt::black));
+        QCOMPARE(shown.color(QPalette::Text), QColor(Qt::black));
+        QCOMPARE(shown.color(QPalette::ButtonText), QColor(Qt::black));
+    }
 }
 
 void StartupTest::otherDirectoryHasOtherSettings()

@@ -16,6 +16,7 @@ private slots:
     void windowActionsNeedAWindow();
     void cascadeStepsTheWindows();
     void cascadeStopsAtAMinimizedWindow();
+    void maximizedWindowsAreCascadedToo();
     void horizontalTilesStandSideBySide();
     void verticalTilesStandStacked();
     void minimizedFirstWindowLeavesTheTilesAlone();
@@ -77,6 +78,22 @@ void WindowArrangementTest::cascadeStopsAtAMinimizedWindow()
     QVERIFY(second->isMinimized());
     QCOMPARE(third->geometry(), QRect(5, 6, 200, 150));
     QCOMPARE(shell.area()->activeSubWindow(), second);
+}
+
+void WindowArrangementTest::maximizedWindowsAreCascadedToo()
+{
+    const Shell shell;
+    QMdiSubWindow *const first = shell.addWindow(QStringLiteral("A"));
+    QMdiSubWindow *const second = shell.addWindow(QStringLiteral("B"));
+    first->showMaximized();
+    second->showMaximized();
+    QVERIFY(first->isMaximized() || second->isMaximized());
+    shell.action("actionCascade")->trigger();
+    QVERIFY(!first->isMaximized());
+    QVERIFY(!second->isMaximized());
+    const QSize size(int(shell.area()->width() * 0.85), int(shell.area()->height() * 0.85));
+    QCOMPARE(first->geometry(), QRect(QPoint(0, 0), size));
+    QCOMPARE(second->geometry(), QRect(QPoint(20, 20), size));
 }
 
 void WindowArrangementTest::horizontalTilesStandSideBySide()

@@ -138,6 +138,7 @@ void SmallWidgetsTest::sunkenLabelTakesItsWeightFromAWord()
     QCOMPARE(label.font().pointSize(), 12);
     QCOMPARE(label.font().family(), QStringLiteral("Tahoma"));
     QCOMPARE(label.frameStyle(), int(QFrame::Panel) | int(QFrame::Sunken));
+    QCOMPARE(label.margin(), 2);
     QCOMPARE(label.alignment(), Qt::AlignHCenter | Qt::AlignVCenter);
 }
 

@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Gain tuning at a simulated drive, over a line that works and one that does not: every value shown is the
+// drive's, and every value typed gets there.
+#include "gaintuning/gaintuning.h"
+#include "support/gaintuningdriver.h"
+#include "support/modalanswers.h"
+#include "support/rununtil.h"
+#include "support/workplace.h"
+
+#include <QTest>
+
+namespace {
+
+const QString linkFailed = QStringLiteral("Fail to connect to the device via \nRead Modbus Failed!");
+
+// Values that no other register has, inside the ranges of the fields.
+void makeTelling(kt500sim::SimulatedDrive *drive)
+{
+    const QList<QPair<int, int>> values{
+        {600, 0},    {601, 17},  {602, 37},  {610, 611}, {611, 412},  {612, 313}, {502, 214}, {637, 115},
+        {638, 1116}, {605, 517}, {606, 118}, {607, 19},  {608, 1120}, {604, 1},   {686, 0},   {662, 0}};
+    for (const auto &[number, value] : values)
+        drive->writeRegister(number, quint16(value), kt500sim::RegisterCopy::Stored);
+    for (int i = 0; i < 12; ++i)
+        drive->writeRegister(663 + i, quint16(i % 3 == 2 ? 10 + i : 1000 + i),
+                             kt500sim::RegisterCopy::Stored);
+}
+
+} // namespace
+
+class GainTuningEndToEndTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void firstReadShowsTheDrive_data();
+    void firstReadShowsTheDrive();
+    void typedValuesReachTheDrive_data();
+    void typedValuesReachTheDrive();
+    void roundGoesOnAfterALostLink();
+};
+
+void GainTuningEndToEndTest::firstReadShowsTheDrive_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QString>("speed");
+    for (const char *speed : {"115200(485)", "USB"}) {
+        const auto add = [speed](const char *name, const char *fault) {
+            QTest::addRow("%s, %s", name, speed) << QString::fromLatin1(fault) << QString::fromLatin1(speed);
+        };
+        add("undisturbed", "clear");
+        add("replies lost", "noreply 3");
+        add("bad checksums", "badcrc 5");
+        add("replies in two pieces", "split 4 5");
+        add("stale bytes in front", "stale 3");
+        add("late reply", "late 1 70");
+        add("two late replies", "late 2 120");
+    }
+    QTest::newRow("silent for a while") << QStringLiteral("silence 300") << QStringLiteral("115200(485)");
+}
+
+void GainTuningEndToEndTest::firstReadShowsTheDrive()
+{
+    QFETCH(QString, fault);
+    QFETCH(QString, speed);
+    Workplace place;
+    makeTelling(place.drive.get());
+    place.connectTo(speed);
+    QTRY_VERIFY(place.isShownOnline());
+    QVERIFY(place.drive->setFault(fault));
+    const GainTuningDriver driver(place.window());
+    QVERIFY(driver.window);
+    QVERIFY(runUntil([&driver] { return driver.hasReadAll(); }, 20000));
+    QCOMPARE(driver.differencesTo(place.drive.get()), QStringList());
+}
+
+void GainTuningEndToEndTest::typedValuesReachTheDrive_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("undisturbed") << "clear";
+    QTest::newRow("replies lost") << "noreply 3";
+    QTest::newRow("bad checksums") << "badcrc 5";
+    QTest::newRow("replies in two pieces") << "split 4 5";
+    QTest::newRow("stale bytes in front") << "stale 3";
+    QTest::newRow("late reply") << "late 1 70";
+}
+
+void GainTuningEndToEndTest::typedValuesReachTheDrive()
+{
+    QFETCH(QString, fault);
+    Workplace place;
+    makeTelling(place.drive.get());
+    place.connectTo(QStringLiteral("115200(485)"));
+    QTRY_VERIFY(place.isShownOnline());
+    const GainTuningDriver driver(place.window());
+    QVERIFY(driver.window);
+    QVERIFY(runUntil([&driver] { return driver.hasReadAll(); }, 20000));
+    kt500sim::SimulatedDrive *const drive = place.drive.get();
+
+    driver.type(QStringLiteral("setPositionLoopGain"), QStringLiteral("72.5"));
+    driver.type(QStringLiteral("setTorqueFilterTime"), QStringLiteral("0.45"));
+    QVERIFY(drive->setFault(fault));
+    driver.click("pbtnSettingsToCurrent");
+    QVERIFY(runUntil([&driver] { return driver.isEnabled("pbtnSettingsToCurrent"); }, 10000));
+    driver.type(QStringLiteral("setNotch2Frequency"), QStringLiteral("432"));
+    QVERIFY(drive->setFault(fault));
+    driver.click("pbtnSettingsToCurrent_Notch");
+    QVERIFY(runUntil([&driver] { return driver.isEnabled("pbtnSettingsToCurrent_Notch"); }, 10000));
+    QVERIFY(drive->setFault(fault));
+    driver.typeIntoTable(1, QStringLiteral("333"));
+    QVERIFY(runUntil([drive] { return drive->readRegister(606) == 333; }, 5000));
+
+    QCOMPARE(driver.differencesTo(drive), QStringList());
+    for (const auto &[number, value] : QList<QPair<int, int>>{
+             {610, 725}, {502, 45}, {602, 37}, {611, 412}, {666, 432}, {674, 21}, {606, 333}}) {
+        QCOMPARE(int(drive->readRegister(number).value_or(0)), value);
+        QCOMPARE(int(drive->readRegister(number, kt500sim::RegisterCopy::Stored).value_or(0)), value);
+    }
+}
+
+// The probe of the restarted link is answered to this window; what was in flight is asked again.
+void GainTuningEndToEndTest::roundGoesOnAfterALostLink()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    makeTelling(place.drive.get());
+    place.connectTo(QStringLiteral("115200(485)"));
+    QTRY_VERIFY(place.isShownOnline());
+    boxes.expectPassing(linkFailed);
+    QVERIFY(place.drive->setFault(QStringLiteral("silence 2500")));
+    const GainTuningDriver driver(place.window());
+    QVERIFY(driver.window);
+    QTRY_VERIFY_WITH_TIMEOUT(!place.isShownOnline(), 10000);
+    QVERIFY(runUntil([&driver] { return driver.hasReadAll(); }, 20000));
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
+    QCOMPARE(driver.differencesTo(place.drive.get()), QStringList());
+}
+
+QTEST_MAIN(GainTuningEndToEndTest)
+#include "tst_gaintuning_endtoend.moc"
