@@ -13,7 +13,8 @@ namespace {
 
 constexpr int repeatInterval = 100; // ms
 constexpr int repeatLimit = 20;
-constexpr int doubtTime = 200; // ms after which no second answer to a repeated request comes any more
+constexpr int doubtTime = 200;  // ms after which no second answer to a repeated request comes any more
+constexpr int strayTime = 1000; // ms
 constexpr int functionMask = 0x7F;
 
 } // namespace
@@ -83,7 +84,7 @@ std::optional<TrialExchange::Request> TrialExchange::take(const QByteArray &repl
         return {};
     const auto found = std::find_if(outstanding.begin(), outstanding.end(),
                                     [&reply](const Request &request) { return fits(request.frame, reply); });
-    if (found == outstanding.end() && repeatTimer.isActive())
+    if (found == outstanding.end() && (repeatTimer.isActive() || isStray()))
         return {};
     const int place = found == outstanding.end() ? 0 : int(found - outstanding.begin());
     const Request answered = outstanding.at(place);
@@ -93,6 +94,14 @@ std::optional<TrialExchange::Request> TrialExchange::take(const QByteArray &repl
     return answered;
 }
 
+bool TrialExchange::isStray()
+{
+    if (strays == 0 || sinceWithdrawal.hasExpired(strayTime))
+        return false;
+    --strays;
+    return true;
+}
+
 QList<TrialExchange::Request> TrialExchange::withdraw()
 {
     QList<Request> unanswered;
@@ -100,6 +109,8 @@ QList<TrialExchange::Request> TrialExchange::withdraw()
     for (const Request &request : qAsConst(outstanding))
         (request.kind == Kind::Position ? looks : unanswered).append(request);
     outstanding = looks;
+    strays = unanswered.size();
+    sinceWithdrawal.start();
     repeatTimer.stop();
     unconfirmedPress.clear();
     emit withdrawNeeded();
@@ -109,6 +120,7 @@ QList<TrialExchange::Request> TrialExchange::withdraw()
 void TrialExchange::forget()
 {
     outstanding.clear();
+    strays = 0;
     repeatTimer.stop();
     unconfirmedPress.clear();
 }

@@ -41,7 +41,7 @@ public:
     void sendSurely(const QByteArray &frame, Kind kind);
 
     // The request that this reply answers, which is waited for no longer; none for a reply that nobody asked
-    // for. A reply that fits nothing counts for the oldest request.
+    // for. A reply that fits nothing belongs to what was taken back, or counts for the oldest request.
     std::optional<Request> take(const QByteArray &reply);
 
     // Takes back what has not left the link, and waits for nothing but a look at the position any more. What
@@ -72,11 +72,14 @@ signals:
 
 private:
     void post(const QByteArray &frame, Kind kind, int id);
+    bool isStray();
     void repeat();
     void notePanel(const QByteArray &frame);
 
     QList<Request> outstanding; // oldest first
     int lastId = 0;
+    int strays = 0; // answers that may still come to what was taken back
+    QElapsedTimer sinceWithdrawal;
     QByteArray unconfirmedPress;
     bool panelOn = false;
     QTimer repeatTimer;

@@ -371,7 +371,7 @@ void TrialRun::singleBtnToggledSlt(bool checked)
     page->setMoveButtonsEnabled(true);
     page->setRunEnabled(false);
     if (tableUnread) {
-        sequence->startAnew(TrialStage::ReadingOnce, onceReads());
+        sequence->readTable(TrialStage::ReadingOnce, onceReads());
         return;
     }
     const QStringList cells = page->positionTable->values();
@@ -389,7 +389,7 @@ void TrialRun::continuousBtnToggledSlt(bool checked)
     page->setMoveButtonsEnabled(false);
     page->setRunEnabled(true);
     if (tableUnread) {
-        sequence->startAnew(TrialStage::ReadingContinuous, continuousReads());
+        sequence->readTable(TrialStage::ReadingContinuous, continuousReads());
         return;
     }
     page->positionTable->setValue(waitRow, QString::number(waitTime));

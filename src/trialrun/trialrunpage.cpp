@@ -20,10 +20,12 @@ namespace {
 
 constexpr QSize pageSize{900, 600};
 constexpr QSize pictureSize{48, 48};
-constexpr int labelWidth = 96; // pixels
-constexpr int barHeight = 46;  // pixels
-constexpr int sideWidth = 270; // pixels
+constexpr int labelWidth = 112; // pixels
+constexpr int barHeight = 46;   // pixels
+constexpr int sideWidth = 210;  // pixels
 
+// The colour of a step would hide that a button in it may not be used.
+const QString disabledStyle = QStringLiteral("QPushButton:disabled{color:gray}");
 const QString currentStyle =
     QStringLiteral("background-color:rgb(232, 238, 247);border:2px solid rgb(0, 0, 0)");
 const QString otherStyle = QStringLiteral("background-color:#c3c4c4;border:2px solid rgb(0, 0, 0)");
@@ -72,8 +74,6 @@ TrialRunPage::TrialRunPage(QWidget *parent)
     buildPosition();
     grid->addWidget(buildFoot(), stepCount, 0, 1, 2);
     grid->setColumnStretch(1, 1);
-    grid->setRowStretch(0, jogRowCount + 2);
-    grid->setRowStretch(2, positionRowCount + 2);
 
     markOnly(0);
     setStepEnabled(0, true);
@@ -105,9 +105,11 @@ void TrialRunPage::buildJog()
     fill(jogTable, jogRows);
     jogTable->setEnabled(false);
     servoOnButton = new QPushButton(tr("Servo ON"));
+    servoOnButton->setStyleSheet(disabledStyle);
     servoOnButton->setObjectName(QStringLiteral("servoOnButton"));
     servoOnButton->setEnabled(false);
     servoOffButton = new QPushButton(tr("Servo OFF"));
+    servoOffButton->setStyleSheet(disabledStyle);
     servoOffButton->setObjectName(QStringLiteral("servoOffButton"));
     servoOffButton->setEnabled(false);
     jogForward = new HoldButton;
@@ -175,11 +177,11 @@ void TrialRunPage::buildPosition()
     auto *const side = new QWidget;
     side->setFixedWidth(sideWidth);
     auto *const grid = new QGridLayout(side);
-    grid->addWidget(onceButton, 0, 0, Qt::AlignCenter);
-    grid->addWidget(continuousButton, 0, 2, Qt::AlignCenter);
-    grid->addWidget(moveForward, 1, 0);
-    grid->addWidget(runButton, 1, 1);
-    grid->addWidget(moveRollback, 1, 2);
+    grid->addWidget(onceButton, 0, 0, 1, 3);
+    grid->addWidget(continuousButton, 1, 0, 1, 3);
+    grid->addWidget(moveForward, 2, 0);
+    grid->addWidget(runButton, 2, 1);
+    grid->addWidget(moveRollback, 2, 2);
     auto *const layout = new QHBoxLayout(stepBoxes.at(2));
     layout->addWidget(positionTable, 1);
     layout->addWidget(side);

@@ -103,6 +103,14 @@ void TrialSequence::startAnew(TrialStage stage, const TrialFrames &frames)
     continueWith(stage, frames);
 }
 
+void TrialSequence::readTable(TrialStage stage, const TrialFrames &frames)
+{
+    if (isRestoring())
+        return;
+    drop([](const QueuedFrame &queued) { return trialStageRule(queued.stage).fills; });
+    continueWith(stage, frames);
+}
+
 void TrialSequence::writeNow(const QByteArray &frame)
 {
     if (!isRestoring() && !frame.isEmpty())
@@ -167,18 +175,21 @@ void TrialSequence::takeBack()
     }
 }
 
-void TrialSequence::dropHeld()
+void TrialSequence::drop(const std::function<bool(const QueuedFrame &)> &unwanted)
 {
     if (frameQueue.isEmpty())
         return;
-    if (frameQueue.first().isHeld) {
+    if (unwanted(frameQueue.first())) {
         headId = -1;
         headTries = 0;
         calmTimer.stop();
     }
-    frameQueue.erase(std::remove_if(frameQueue.begin(), frameQueue.end(),
-                                    [](const QueuedFrame &queued) { return queued.isHeld; }),
-                     frameQueue.end());
+    frameQueue.erase(std::remove_if(frameQueue.begin(), frameQueue.end(), unwanted), frameQueue.end());
+}
+
+void TrialSequence::dropHeld()
+{
+    drop([](const QueuedFrame &queued) { return queued.isHeld; });
 }
 
 void TrialSequence::setPolling(bool allowed)
@@ -375,10 +386,7 @@ void TrialSequence::linkEnded()
         sendHeadFrame();
         return;
     }
-    dropHeld();
-    frameQueue.erase(std::remove_if(frameQueue.begin(), frameQueue.end(),
-                                    [](const QueuedFrame &queued) { return isAddressless(queued.frame); }),
-                     frameQueue.end());
+    drop([](const QueuedFrame &queued) { return queued.isHeld || isAddressless(queued.frame); });
     for (const TrialExchange::Request &request : unanswered) {
         if (request.kind == TrialExchange::Kind::Write)
             exchange.send(request.frame, TrialExchange::Kind::Write);

@@ -13,6 +13,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
+
 class TrialSequence : public QObject
 {
     Q_OBJECT
@@ -37,6 +39,8 @@ public:
     void continueWith(TrialStage stage, const TrialFrames &frames);
     // The same, and what is under way is dropped.
     void startAnew(TrialStage stage, const TrialFrames &frames);
+    // Reads a table behind what is under way; another table's reads are dropped.
+    void readTable(TrialStage stage, const TrialFrames &frames);
     // A cell or a choice, past the queue.
     void writeNow(const QByteArray &frame);
     // Turns the servo on, or keeps a motion going: what must not leave later than the user's hand says.
@@ -96,6 +100,7 @@ private:
     void append(TrialStage stage, const TrialFrames &frames, bool isHeld = false);
     void clearQueue();
     void takeBack();
+    void drop(const std::function<bool(const QueuedFrame &)> &unwanted);
     void dropHeld();
     void pressedInVain();
     void positionTimeout();

@@ -4,14 +4,30 @@
 #include <QHeaderView>
 #include <QSignalBlocker>
 
+namespace {
+
+constexpr int lineHeight = 23;  // pixels
+constexpr int valueWidth = 110; // pixels
+
+} // namespace
+
 TrialTable::TrialTable(const QStringList &headers, int rows, QWidget *parent)
     : QTableWidget(rows, ColumnCount, parent)
 {
     setHorizontalHeaderLabels(headers);
     verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
-    horizontalHeader()->setSectionResizeMode(NameColumn, QHeaderView::ResizeToContents);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(lineHeight);
+    verticalHeader()->setDefaultSectionSize(lineHeight);
+    horizontalHeader()->setFixedHeight(lineHeight);
+    horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    horizontalHeader()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
+    horizontalHeader()->setSectionResizeMode(ValueColumn, QHeaderView::Fixed);
+    setColumnWidth(ValueColumn, valueWidth);
+    // All rows are seen at once: one that is scrolled away is one that is forgotten.
+    setFixedHeight((rows + 1) * lineHeight + 2 * frameWidth());
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     for (int row = 0; row < rows; ++row) {

@@ -100,7 +100,8 @@ QTableWidget *TrialRunDriver::positionTable() const
 
 void TrialRunDriver::click(QWidget *button)
 {
-    QTest::mouseClick(button, Qt::LeftButton);
+    // Near the left edge: of a radio button only the mark and the text can be clicked.
+    QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(10, button->height() / 2));
 }
 
 void TrialRunDriver::hold(QWidget *button)
