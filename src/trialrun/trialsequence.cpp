@@ -47,6 +47,7 @@ TrialSequence::TrialSequence(QObject *parent)
     connect(&positionTimer, &QTimer::timeout, this, &TrialSequence::positionTimeout);
     restoreTimer.setInterval(restoreTime);
     restoreTimer.setSingleShot(true);
+    restoreTimer.setTimerType(Qt::PreciseTimer);
     connect(&restoreTimer, &QTimer::timeout, this, &TrialSequence::giveUpRestore);
 }
 
@@ -197,8 +198,10 @@ void TrialSequence::setPolling(bool allowed)
     if (isRestoring())
         return;
     positionPolling = allowed;
-    if (!allowed)
-        positionTimer.stop();
+    if (allowed)
+        return;
+    positionTimer.stop();
+    looksAsked = 0;
 }
 
 void TrialSequence::setStage(TrialStage newStage)
