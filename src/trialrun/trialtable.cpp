@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int lineHeight = 23;  // pixels
-constexpr int valueWidth = 110; // pixels
+constexpr int lineHeight = 23; // pixels
+constexpr int valueWidth = 90; // pixels
 
 } // namespace
 
@@ -45,6 +45,7 @@ void TrialTable::setRow(int row, const QString &name, const QString &range, cons
 {
     const QSignalBlocker quiet(this);
     item(row, NameColumn)->setText(name);
+    item(row, NameColumn)->setToolTip(name);
     item(row, RangeColumn)->setText(range);
     item(row, UnitColumn)->setText(unit);
 }
