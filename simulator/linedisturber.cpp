@@ -23,6 +23,9 @@ void LineDisturber::set(const Fault &fault)
     case FaultKind::SplitReply:
         m_split = fault;
         break;
+    case FaultKind::Splinter:
+        m_splinter = fault;
+        break;
     case FaultKind::LateReply:
         m_late = fault;
         break;
@@ -39,7 +42,7 @@ void LineDisturber::set(const Fault &fault)
 
 void LineDisturber::clear()
 {
-    for (Fault *fault : {&m_noReply, &m_badChecksum, &m_split, &m_late, &m_stale, &m_exception})
+    for (Fault *fault : {&m_noReply, &m_badChecksum, &m_split, &m_splinter, &m_late, &m_stale, &m_exception})
         *fault = Fault{};
 }
 
@@ -76,12 +79,18 @@ DisturbedReply LineDisturber::apply(Bytes reply)
         result.disturbed = true;
         delay = milliseconds(m_late.milliseconds);
     }
-    if (take(&m_split)) {
+    const auto cutOff = [&result, &reply, &delay](std::size_t parts, int gap) {
         result.disturbed = true;
-        const auto half = reply.begin() + static_cast<Bytes::difference_type>(reply.size() / 2);
-        result.pieces.push_back({Bytes(reply.begin(), half), delay});
-        reply = Bytes(half, reply.end());
-        delay += milliseconds(m_split.milliseconds);
+        const auto cut = reply.begin() + static_cast<Bytes::difference_type>(reply.size() / parts);
+        result.pieces.push_back({Bytes(reply.begin(), cut), delay});
+        reply = Bytes(cut, reply.end());
+        delay += milliseconds(gap);
+    };
+    if (take(&m_split)) {
+        cutOff(2, m_split.milliseconds);
+    } else if (take(&m_splinter)) {
+        cutOff(3, m_splinter.milliseconds);
+        cutOff(2, m_splinter.milliseconds);
     }
     result.pieces.push_back({std::move(reply), delay});
     return result;

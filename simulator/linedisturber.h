@@ -46,6 +46,7 @@ private:
     Fault m_noReply;
     Fault m_badChecksum;
     Fault m_split;
+    Fault m_splinter;
     Fault m_late;
     Fault m_stale;
     Fault m_exception;

@@ -19,7 +19,7 @@ struct Form
     const char *usage;
 };
 
-constexpr std::array<Form, 11> forms{{
+constexpr std::array<Form, 12> forms{{
     {FaultKind::NoReply, "noreply", 1, {Argument::Count}, "noreply N          lose the next N replies"},
     {FaultKind::BadChecksum, "badcrc", 1, {Argument::Count}, "badcrc N           spoil the next N checksums"},
     {FaultKind::SplitReply,
@@ -27,6 +27,11 @@ constexpr std::array<Form, 11> forms{{
      2,
      {Argument::Count, Argument::Milliseconds},
      "split N MS         cut the next N replies in two, MS apart"},
+    {FaultKind::Splinter,
+     "splinter",
+     2,
+     {Argument::Count, Argument::Milliseconds},
+     "splinter N MS      cut the next N replies in three, MS apart"},
     {FaultKind::LateReply,
      "late",
      2,
@@ -129,6 +134,11 @@ Fault Fault::badChecksum(int count)
 Fault Fault::splitReply(int count, int gapMilliseconds)
 {
     return make(FaultKind::SplitReply, count, gapMilliseconds);
+}
+
+Fault Fault::splinter(int count, int gapMilliseconds)
+{
+    return make(FaultKind::Splinter, count, gapMilliseconds);
 }
 
 Fault Fault::lateReply(int count, int delayMilliseconds)

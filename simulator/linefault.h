@@ -14,6 +14,7 @@ enum class FaultKind {
     NoReply,       ///< the next replies are lost on the way; the requests are executed
     BadChecksum,   ///< the next replies carry a wrong checksum
     SplitReply,    ///< the next replies come in two pieces with a gap between
+    Splinter,      ///< the next replies come in three pieces with gaps between
     LateReply,     ///< the next replies come late, and those behind them too
     StaleBytes,    ///< the next replies have bytes of an older reply before them
     Exception,     ///< the next requests are refused with a given code and not executed
@@ -35,6 +36,7 @@ struct Fault
     static Fault noReply(int count);
     static Fault badChecksum(int count);
     static Fault splitReply(int count, int gapMilliseconds);
+    static Fault splinter(int count, int gapMilliseconds);
     static Fault lateReply(int count, int delayMilliseconds);
     static Fault staleBytes(int count);
     static Fault exception(int code, int count);
@@ -44,9 +46,9 @@ struct Fault
     static Fault unaskedStream(bool on);
     static Fault clear();
 
-    /// Reads "noreply N", "badcrc N", "split N MS", "late N MS", "stale N", "exception CODE N", "silence MS",
-    /// "hangup MS", "garbage on|off", "stream on|off" or "clear". Nothing for any other text; \a error (if
-    /// given) then says what is wrong.
+    /// Reads "noreply N", "badcrc N", "split N MS", "splinter N MS", "late N MS", "stale N", "exception CODE
+    /// N", "silence MS", "hangup MS", "garbage on|off", "stream on|off" or "clear". Nothing for any other
+    /// text; \a error (if given) then says what is wrong.
     static std::optional<Fault> fromText(const QString &text, QString *error = nullptr);
     /// The text that fromText() reads.
     QString toText() const;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The first model of the drive: every status register and scope item follows a waveform of its own, without
+// A model for tests of the line: every status register and scope item follows a waveform of its own, without
 // a motor behind it.
 //
 // Lives on the thread of the Drive that owns it. All values are closed formulas of the number of samples

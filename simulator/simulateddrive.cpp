@@ -59,6 +59,16 @@ struct SimulatedDrive::Private
         return result;
     }
 
+    /// Asks the motor; a default value if the model has none.
+    template <typename Function>
+    auto askMotor(const Function &function)
+    {
+        return ask([&] {
+            MotorModel *const motor = drive.motor();
+            return motor != nullptr ? function(*motor) : decltype(function(*motor))();
+        });
+    }
+
     const std::string linkPath;
 
     // The loop thread's own while it runs, and the caller's (under the mutex) while it does not.
@@ -319,38 +329,25 @@ void SimulatedDrive::advance(nanoseconds time)
 
 void SimulatedDrive::setPlant(const PlantSettings &settings)
 {
-    d->perform([&] {
-        if (MotorModel *const motor = d->drive.motor())
-            motor->setPlant(settings);
+    d->askMotor([&](MotorModel &motor) {
+        motor.setPlant(settings);
+        return true;
     });
 }
 
 PlantSettings SimulatedDrive::plant()
 {
-    return d->ask([&] {
-        MotorModel *const motor = d->drive.motor();
-        return motor != nullptr ? motor->plantSettings() : PlantSettings{0, 0, 0, 0, 0, 0};
-    });
+    return d->askMotor([](MotorModel &motor) { return PlantSettings(motor.plantSettings()); });
 }
 
 void SimulatedDrive::setContact(int number, bool closed)
 {
-    d->perform([&] {
-        MotorModel *const motor = d->drive.motor();
-        if (motor == nullptr || number < 1 || number > 16)
-            return;
-        const unsigned bit = 1u << (number - 1);
-        const unsigned contacts = motor->contacts();
-        motor->setContacts(static_cast<std::uint16_t>(closed ? contacts | bit : contacts & ~bit));
-    });
+    d->askMotor([&](MotorModel &motor) { return motor.setContact(number, closed); });
 }
 
 std::uint16_t SimulatedDrive::contacts()
 {
-    return d->ask([&] {
-        MotorModel *const motor = d->drive.motor();
-        return motor != nullptr ? motor->contacts() : std::uint16_t{0};
-    });
+    return d->askMotor([](MotorModel &motor) { return motor.contacts(); });
 }
 
 bool SimulatedDrive::raiseFault(int number)
@@ -360,18 +357,15 @@ bool SimulatedDrive::raiseFault(int number)
 
 void SimulatedDrive::setWarning(int number, bool on)
 {
-    d->perform([&] {
-        if (MotorModel *const motor = d->drive.motor())
-            motor->forceWarning(number, on);
+    d->askMotor([&](MotorModel &motor) {
+        motor.forceWarning(number, on);
+        return true;
     });
 }
 
 DriveState SimulatedDrive::state()
 {
-    return d->ask([&] {
-        MotorModel *const motor = d->drive.motor();
-        return motor != nullptr ? motor->state() : DriveState();
-    });
+    return d->askMotor([](MotorModel &motor) { return DriveState(motor.state()); });
 }
 
 bool SimulatedDrive::isStreaming()

@@ -101,7 +101,8 @@ public:
     /// Moves the model on at once by \a time; stream frames that fall into it are sent.
     void advance(nanoseconds time);
 
-    // What a person at the machine does. With a model that has no motor these change nothing and give zeros.
+    // What a person at the machine does. With a model that has no motor these change nothing, and give what a
+    // new one has.
     void setPlant(const PlantSettings &settings);
     PlantSettings plant();
     /// Closes or opens the contact at DI \a number, 1 to 16.

@@ -31,33 +31,37 @@ public:
                 break;
             m_at = (m_at + 1) % m_buckets.size();
             m_buckets[m_at] = Bucket();
+            sumUp();
         }
     }
     double effective() const
     {
-        double squares = 0;
-        double seconds = 0;
-        for (const Bucket &bucket : m_buckets) {
-            squares += bucket.squares;
-            seconds += bucket.seconds;
-        }
-        return seconds > 0 ? std::sqrt(squares / seconds) : 0;
+        const Bucket &bucket = m_buckets[m_at];
+        const double seconds = m_full.seconds + bucket.seconds;
+        return seconds > 0 ? std::sqrt((m_full.squares + bucket.squares) / seconds) : 0;
     }
-    double peak() const
-    {
-        double peak = 0;
-        for (const Bucket &bucket : m_buckets)
-            peak = std::max(peak, bucket.peak);
-        return peak;
-    }
+    double peak() const { return std::max(m_full.peak, m_buckets[m_at].peak); }
 
 private:
     struct Bucket
     {
         double seconds = 0, squares = 0, peak = 0;
     };
-    std::array<Bucket, 60> m_buckets;
+
+    /// All buckets but the one that is being filled, which is empty.
+    void sumUp()
+    {
+        m_full = Bucket();
+        for (const Bucket &bucket : m_buckets) {
+            m_full.seconds += bucket.seconds;
+            m_full.squares += bucket.squares;
+            m_full.peak = std::max(m_full.peak, bucket.peak);
+        }
+    }
+
+    std::array<Bucket, 60> m_buckets; ///< of a second each
     std::size_t m_at = 0;
+    Bucket m_full;
 };
 
 } // namespace kt500sim

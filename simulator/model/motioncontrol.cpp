@@ -26,6 +26,7 @@ void MotionControl::reset(double counts)
 {
     change(Activity::None, DriveState());
     m_position.follow(counts);
+    m_positionLost = false;
     m_offlineRun.stop();
     m_prohibited = Prohibited();
     m_forwardLimited = false;
@@ -176,74 +177,85 @@ void MotionControl::torque(const DigitalInputs &inputs, AxisCommand *command)
     command->lowestSpeed = m_prohibited.reverse ? 0 : std::max(-reverse, command->lowestSpeed);
 }
 
+void MotionControl::whileOff(const ServoSequence &sequence, const DigitalInputs &inputs,
+                             const DriveState &state, AxisCommand *command)
+{
+    change(Activity::None, state);
+    m_offlineRun.stop();
+    m_identified = false;
+    // The deviation outlasts servo off only by the modes that clear it by their input alone.
+    if (sequence.phase() == ServoSequence::Phase::Opening)
+        m_position.noteInputs(inputs);
+    else if (m_parameters.position.deviationClear < 2)
+        m_position.follow(static_cast<double>(state.counts));
+    if (sequence.phase() == ServoSequence::Phase::Stopping)
+        stopCommand(sequence, command);
+    else if (sequence.phase() != ServoSequence::Phase::Off)
+        command->mode = AxisMode::Speed;
+    else if (sequence.staysShorted())
+        command->mode = AxisMode::DynamicBrake;
+}
+
+void MotionControl::startIdentification()
+{
+    const IdentificationParameters &p = m_parameters.identification;
+    if (!p.offline || p.offlineMode != 0 || m_identified || m_offlineRun.isRunning())
+        return;
+    m_offlineRun.start(p);
+    m_identified = true;
+}
+
+void MotionControl::speed(const DigitalInputs &inputs, const DriveState &state, AxisCommand *command)
+{
+    command->mode = AxisMode::Speed;
+    if (m_activity == Activity::Identification) {
+        command->speed = m_offlineRun.step();
+        return;
+    }
+    if (m_activity == Activity::None)
+        return;
+    if (m_activity == Activity::Jog) {
+        command->speed = m_speed.stepJog(m_parameters.jog, inputs, m_prohibited);
+        command->bounds.positive = std::min(command->bounds.positive, m_parameters.torqueLimits.jog);
+        command->bounds.negative = std::min(command->bounds.negative, m_parameters.torqueLimits.jog);
+    } else {
+        command->speed = m_speed.step(inputs, m_prohibited);
+    }
+    releaseAtOvertravel(m_speed.target(), state, command);
+}
+
 AxisCommand MotionControl::step(const ServoSequence &sequence, const DigitalInputs &inputs,
                                 const DriveState &state)
 {
-    const auto counts = static_cast<double>(state.counts);
     const double limit = std::min(m_parameters.speed.limit, m_parameters.motor.maxSpeed);
     AxisCommand command;
-    command.position = counts;
+    command.position = static_cast<double>(state.counts);
     command.highestSpeed = limit;
     command.lowestSpeed = -limit;
     command.bounds = bounds(inputs);
     command.brakeHolds = !sequence.brakeIsOpen();
     watchLimits(inputs, state);
-
-    if (sequence.phase() != ServoSequence::Phase::Running) {
-        change(Activity::None, state);
-        m_offlineRun.stop();
-        m_identified = false;
-        // The deviation outlasts servo off only by the modes that clear it by their input alone.
-        if (sequence.phase() == ServoSequence::Phase::Opening)
-            m_position.noteInputs(inputs);
-        else if (m_parameters.position.deviationClear < 2)
-            m_position.follow(counts);
-        if (sequence.phase() == ServoSequence::Phase::Stopping)
-            stopCommand(sequence, &command);
-        else if (sequence.phase() != ServoSequence::Phase::Off)
-            command.mode = AxisMode::Speed;
-        else if (sequence.staysShorted())
-            command.mode = AxisMode::DynamicBrake;
+    if (!sequence.takesCommands()) {
+        whileOff(sequence, inputs, state, &command);
         return command;
     }
 
-    const bool identifies =
-        m_parameters.identification.offline && m_parameters.identification.offlineMode == 0;
-    if (identifies && !m_offlineRun.isRunning() && !m_identified) {
-        m_offlineRun.start(m_parameters.identification);
-        m_identified = true;
-    }
+    startIdentification();
     change(wantedActivity(inputs), state);
     if (isPositioning()) {
+        // What moved the shaft meanwhile is not to be taken back.
+        if (m_positionLost)
+            m_position.follow(command.position);
+        m_positionLost = false;
         m_position.noteInputs(inputs);
         position(inputs, state, &command);
         return command;
     }
-    m_position.follow(counts);
-    switch (m_activity) {
-    case Activity::Torque:
+    m_positionLost = true;
+    if (m_activity == Activity::Torque)
         torque(inputs, &command);
-        break;
-    case Activity::Jog:
-        command.mode = AxisMode::Speed;
-        command.speed = m_speed.stepJog(m_parameters.jog, inputs, m_prohibited);
-        command.bounds.positive = std::min(command.bounds.positive, m_parameters.torqueLimits.jog);
-        command.bounds.negative = std::min(command.bounds.negative, m_parameters.torqueLimits.jog);
-        releaseAtOvertravel(m_speed.target(), state, &command);
-        break;
-    case Activity::Identification:
-        command.mode = AxisMode::Speed;
-        command.speed = m_offlineRun.step();
-        break;
-    case Activity::Speed:
-        command.mode = AxisMode::Speed;
-        command.speed = m_speed.step(inputs, m_prohibited);
-        releaseAtOvertravel(m_speed.target(), state, &command);
-        break;
-    default:
-        command.mode = AxisMode::Speed;
-        break;
-    }
+    else
+        speed(inputs, state, &command);
     return command;
 }
 

@@ -46,6 +46,10 @@ private:
     void stopCommand(const ServoSequence &sequence, AxisCommand *command) const;
     void position(const DigitalInputs &inputs, const DriveState &state, AxisCommand *command);
     void torque(const DigitalInputs &inputs, AxisCommand *command);
+    void speed(const DigitalInputs &inputs, const DriveState &state, AxisCommand *command);
+    void whileOff(const ServoSequence &sequence, const DigitalInputs &inputs, const DriveState &state,
+                  AxisCommand *command);
+    void startIdentification();
     void releaseAtOvertravel(double wanted, const DriveState &state, AxisCommand *command) const;
     TorqueBounds bounds(const DigitalInputs &inputs) const;
 
@@ -55,8 +59,9 @@ private:
     TorqueCommand m_torque;
     OfflineRun m_offlineRun;
     Activity m_activity = Activity::None;
-    bool m_identified = false; ///< the offline run has been made; nothing moves until the next servo on
-    bool m_halting = false;    ///< a move into a prohibited direction is being stopped
+    bool m_positionLost = false; ///< the shaft has been moved by other commands than positions
+    bool m_identified = false;   ///< the offline run has been made; nothing moves until the next servo on
+    bool m_halting = false;      ///< a move into a prohibited direction is being stopped
     Prohibited m_prohibited;
     bool m_forwardLimited = false; ///< by software
     bool m_reverseLimited = false;

@@ -62,7 +62,9 @@ void MotorModel::powerOn(RegisterFile &registers)
     readAgain(registers);
     m_inputs.reset();
     m_sequence.reset(m_inputs.isOn(DigitalInput::ServoOn));
-    m_motion.reset(0);
+    m_state.counts = m_axis.counts();
+    m_state.userPosition = m_motion.gear().toUserUnits(static_cast<double>(m_state.counts));
+    m_motion.reset(static_cast<double>(m_state.counts));
     m_estimator.reset(m_parameters.motor.rotorInertia * m_parameters.loops.inertiaRatio);
     slowStep(registers, 0);
     refreshStatus(registers);
@@ -156,6 +158,15 @@ void MotorModel::setContacts(std::uint16_t contacts)
     m_inputs.setContacts(contacts);
 }
 
+bool MotorModel::setContact(int number, bool closed)
+{
+    if (number < 1 || number > terminalCount)
+        return false;
+    const unsigned bit = 1u << (number - 1);
+    setContacts(static_cast<std::uint16_t>(closed ? contacts() | bit : contacts() & ~bit));
+    return true;
+}
+
 bool MotorModel::isAtRest() const
 {
     return m_sequence.isSettled() && m_inputs.isSettled() && m_outputs.isSettled() && m_axis.isAtRest() &&
@@ -211,6 +222,17 @@ void MotorModel::step(RegisterFile &registers)
     m_outputs.step(m_functions.on(), 1);
     m_state.outputs = m_outputs.levels();
 
+    sumUp();
+    if (m_state.energised) {
+        m_estimator.step(m_state.counts, m_state.torque);
+        m_resonances.step(m_state.torque, m_parameters.motor.ratedTorque, m_axis.plant());
+    }
+    if (++m_summed == samplesPerSlowStep)
+        slowStep(registers, samplesPerSlowStep);
+}
+
+void MotorModel::sumUp()
+{
     const double share = m_state.torque * m_perRatedTorque;
     m_state.torqueCommandShare = m_state.torqueCommand * m_perRatedTorque;
     m_torqueSquares += share * share;
@@ -219,12 +241,6 @@ void MotorModel::step(RegisterFile &registers)
     const double loss = 3 * m_parameters.motor.resistance * current * current;
     m_work += m_state.torque * m_state.speed + loss;
     m_loss += loss;
-    if (m_state.energised) {
-        m_estimator.step(m_state.counts, m_state.torque);
-        m_resonances.step(m_state.torque, m_parameters.motor.ratedTorque, m_axis.plant());
-    }
-    if (++m_summed == samplesPerSlowStep)
-        slowStep(registers, samplesPerSlowStep);
 }
 
 void MotorModel::slowStep(RegisterFile &registers, std::int64_t samples)

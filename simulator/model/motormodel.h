@@ -40,6 +40,8 @@ public:
     const PlantSettings &plantSettings() const { return m_axis.plant().settings(); }
     /// Contacts at the inputs; bit 0 is DI1, set for a closed one.
     void setContacts(std::uint16_t contacts);
+    /// One of them, 1 to 16; false for another number.
+    bool setContact(int number, bool closed);
     std::uint16_t contacts() const { return m_inputs.contacts(); }
     /// False if another fault is present, or there is no such number.
     bool raiseFault(RegisterFile &registers, int number);
@@ -53,6 +55,7 @@ public:
 private:
     void readAgain(RegisterFile &registers);
     void step(RegisterFile &registers);
+    void sumUp();
     void slowStep(RegisterFile &registers, std::int64_t samples);
     void protect(RegisterFile &registers);
     void warn();

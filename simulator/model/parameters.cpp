@@ -43,8 +43,6 @@ MotorData motorData(const Reader &in)
     motor.ratedTorque = in.scaled(22, 0.01);
     motor.ratedSpeed = radiansPerSecond(in.word(24));
     motor.maxSpeed = radiansPerSecond(in.word(25));
-    motor.polePairs = in.word(26);
-    motor.inductance = in.scaled(27, 1e-5);
     motor.resistance = in.scaled(29, 0.01);
     motor.torqueConstant = in.scaled(30, 0.01);
     motor.emf = in.scaled(31, 0.1) / radiansPerSecond(1000);
@@ -151,7 +149,6 @@ SpeedParameters speed(const Reader &in, const MotorData &motor)
     p.limit = in.speed(411);
     p.zeroClamp = in.word(416);
     p.clampThreshold = in.speed(417);
-    p.agreement = in.speed(418);
     p.zeroThreshold = in.speed(420);
     p.arrivedThreshold = in.speed(421);
     p.sectionMode = in.word(1100);

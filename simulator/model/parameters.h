@@ -22,8 +22,6 @@ struct MotorData
     double emf = 0;            ///< V s/rad, effective value between lines
     double resistance = 0;     ///< Ohm
     double rotorInertia = 0;   ///< kg m2
-    double inductance = 0;     ///< H
-    int polePairs = 0;
 };
 
 /// One set of gains of the loops.
@@ -132,8 +130,7 @@ struct SpeedParameters
     double limit = 0;
     int zeroClamp = 0;
     double clampThreshold = 0;
-    double agreement = 0; ///< all thresholds in rad/s
-    double zeroThreshold = 0;
+    double zeroThreshold = 0; ///< both in rad/s
     double arrivedThreshold = 0;
     int sectionMode = 0;
     int lastSection = 1;

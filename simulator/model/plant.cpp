@@ -37,8 +37,13 @@ void Plant::setRotorInertia(double inertia)
 
 void Plant::reset()
 {
-    m_state = Vector{};
+    halt();
     m_position = 0;
+}
+
+void Plant::halt()
+{
+    m_state = Vector{};
 }
 
 bool Plant::isRigid() const

@@ -31,6 +31,8 @@ public:
 
     /// At rest at position zero.
     void reset();
+    /// At rest where it is.
+    void halt();
     /// Moves on by one sample period under a steady torque of the motor. \a brakeTorque, like friction, only
     /// holds or slows.
     void step(double motorTorque, double brakeTorque = 0);

@@ -21,8 +21,12 @@ ServoAxis::ServoAxis(std::uint32_t seed)
 
 void ServoAxis::reset(const Parameters &parameters)
 {
-    m_plant.reset();
-    m_encoder.reset();
+    if (parameters.absoluteEncoder) {
+        m_plant.halt();
+    } else {
+        m_plant.reset();
+        m_encoder.reset();
+    }
     m_reversed = parameters.reversed;
     m_path.drive(0);
     m_mode = AxisMode::Free;
@@ -125,17 +129,22 @@ double ServoAxis::torqueCommand(const AxisCommand &command, const TorqueBounds &
                                bounds);
 }
 
+void ServoAxis::setMode(AxisMode mode)
+{
+    if (mode == m_mode)
+        return;
+    const bool wasOff = m_mode == AxisMode::Free || m_mode == AxisMode::DynamicBrake;
+    const bool isOff = mode == AxisMode::Free || mode == AxisMode::DynamicBrake;
+    if (wasOff || isOff)
+        resetLoops();
+    m_mode = mode;
+}
+
 void ServoAxis::step(const AxisCommand &command, bool gainInput, bool inPosition, DriveState *state)
 {
     const MotorData &motor = m_parameters.motor;
     measure(state);
-    if (command.mode != m_mode) {
-        const bool wasOff = m_mode == AxisMode::Free || m_mode == AxisMode::DynamicBrake;
-        const bool isOff = command.mode == AxisMode::Free || command.mode == AxisMode::DynamicBrake;
-        if (wasOff || isOff)
-            resetLoops();
-        m_mode = command.mode;
-    }
+    setMode(command.mode);
     m_gainSwitch.step(*state, gainInput, inPosition);
     if (m_secondSet != m_gainSwitch.isSecond())
         applyGains();

@@ -40,7 +40,7 @@ public:
     void setPlant(const PlantSettings &settings) { m_plant.set(settings); }
     const Plant &plant() const { return m_plant; }
 
-    /// Position zero at rest, and the direction of rotation.
+    /// Power-on: at rest, at position zero unless the encoder is an absolute one; the direction of rotation.
     void reset(const Parameters &parameters);
     void setParameters(const Parameters &parameters);
     /// Sets the frequency of a notch filter that adapts itself.
@@ -55,6 +55,7 @@ public:
     const Gains &gains() const { return m_parameters.loops.gains[m_gainSwitch.isSecond() ? 1 : 0]; }
 
 private:
+    void setMode(AxisMode mode);
     void measure(DriveState *state);
     double speedCommand(const AxisCommand &command, DriveState *state);
     double torqueCommand(const AxisCommand &command, const TorqueBounds &bounds, DriveState *state);

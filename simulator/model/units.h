@@ -29,7 +29,7 @@ constexpr double rpm(double speed)
 /// To the nearest whole number, halves away from zero; 64 bits, so that every register can cut its own width.
 inline std::int64_t nearest(double value)
 {
-    return static_cast<std::int64_t>(value < 0 ? value - 0.5 : value + 0.5);
+    return static_cast<std::int64_t>(value + std::copysign(0.5, value));
 }
 
 inline double clampTo(double value, double low, double high)

@@ -5,13 +5,17 @@
 #include "link/serialport.h"
 #include "link/silentgap.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
 #include <QVBoxLayout>
 
 namespace {
@@ -25,6 +29,36 @@ QHBoxLayout *labelledRow(const QString &label, QWidget *field)
     row->addWidget(field, 1);
     return row;
 }
+
+// Shows a text that is too long by its two ends: the system name of a port stands last, and two adapters of
+// one make differ in nothing else.
+class EndsComboBox : public QComboBox
+{
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QStylePainter painter(this);
+        QStyleOptionComboBox option;
+        initStyleOption(&option);
+        painter.drawComplexControl(QStyle::CC_ComboBox, option);
+        const int width =
+            style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, this).width();
+        option.currentText = fontMetrics().elidedText(option.currentText, Qt::ElideMiddle, width - 2);
+        painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+    }
+
+    void showPopup() override
+    {
+        // The list is as wide as its entries, if the screen is.
+        const QScreen *const shownOn = screen();
+        const int widest = shownOn ? shownOn->availableGeometry().width() : width();
+        const int margins = view()->width() - view()->viewport()->width() +
+                            2 * style()->pixelMetric(QStyle::PM_FocusFrameHMargin) +
+                            style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+        view()->setMinimumWidth(qMin(widest, view()->sizeHintForColumn(0) + margins));
+        QComboBox::showPopup();
+    }
+};
 
 } // namespace
 
@@ -49,7 +83,7 @@ void CommunicationSetting::buildLayout()
     deviceCombox = new QComboBox;
     deviceCombox->setObjectName(QStringLiteral("deviceCombox"));
     deviceCombox->addItem(QStringLiteral("KT500"));
-    portCombox = new QComboBox;
+    portCombox = new EndsComboBox;
     portCombox->setObjectName(QStringLiteral("portCombox"));
     baudCombox = new QComboBox;
     baudCombox->setObjectName(QStringLiteral("baudCombox"));
@@ -60,10 +94,13 @@ void CommunicationSetting::buildLayout()
     auto *detectButton = new QPushButton(tr("Start Auto Detect"));
     detectButton->setObjectName(QStringLiteral("detectButton"));
     auto *group = new QGroupBox(tr("Auto Detect"));
-    auto *groupLayout = new QVBoxLayout(group);
-    groupLayout->addLayout(labelledRow(tr("Port :"), portCombox));
-    groupLayout->addLayout(labelledRow(tr("BaudRate :"), baudCombox));
-    groupLayout->addWidget(detectButton);
+    auto *groupLayout = new QGridLayout(group);
+    groupLayout->addWidget(new QLabel(tr("Port :")), 0, 0);
+    groupLayout->addWidget(portCombox, 0, 1);
+    groupLayout->addWidget(new QLabel(tr("BaudRate :")), 1, 0);
+    groupLayout->addWidget(baudCombox, 1, 1);
+    groupLayout->addWidget(detectButton, 2, 0, 1, 2);
+    groupLayout->setColumnStretch(1, 1);
 
     auto *cancelButton = new QPushButton(tr("Cancel"));
     cancelButton->setObjectName(QStringLiteral("cancelButton"));
@@ -79,6 +116,7 @@ void CommunicationSetting::buildLayout()
     layout->addWidget(group);
     layout->addLayout(buttons);
 
+    connect(portCombox, &QComboBox::currentTextChanged, portCombox, &QWidget::setToolTip);
     connect(detectButton, &QPushButton::clicked, this, &CommunicationSetting::detecDeviceSlt);
     connect(okButton, &QPushButton::clicked, this, &CommunicationSetting::getPortSlt);
     connect(cancelButton, &QPushButton::clicked, this, &QDialog::close);
@@ -130,6 +168,8 @@ void CommunicationSetting::detecDeviceSlt()
             entries.append(entry);
     }
     portCombox->addItems(entries);
+    for (int i = 0; i < entries.size(); ++i)
+        portCombox->setItemData(i, entries.at(i), Qt::ToolTipRole);
 }
 
 void CommunicationSetting::getPortSlt()

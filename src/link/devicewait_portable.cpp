@@ -11,6 +11,7 @@
 struct DeviceWait::Handles
 {
     std::atomic<bool> woken{false};
+    std::atomic<bool> stopped{false};
 };
 
 DeviceWait::DeviceWait()
@@ -20,19 +21,21 @@ DeviceWait::DeviceWait()
 
 DeviceWait::~DeviceWait() = default;
 
-DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, bool wakeable)
+DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, EndedBy ends)
 {
     const Clock::time_point until = Clock::now() + std::chrono::milliseconds(milliseconds);
     if (device.bytesAvailable() > 0)
         return Result::Ready;
     for (;;) {
-        if (wakeable && handles->woken.exchange(false))
+        if (ends != EndedBy::Time && handles->stopped)
+            return Result::Stopped;
+        if (ends == EndedBy::StopOrCall && handles->woken.exchange(false))
             return Result::Woken;
         const Clock::time_point begin = Clock::now();
         if (begin >= until)
             return Result::TimedOut;
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(until - begin).count();
-        const int slice = wakeable ? 1 : static_cast<int>(qMax<qint64>(1, left));
+        const int slice = ends == EndedBy::StopOrCall ? 1 : static_cast<int>(qMax<qint64>(1, left));
         if (device.waitForReadyRead(slice) || device.bytesAvailable() > 0)
             return Result::Ready;
         // A device that has failed returns at once; its share of the wait is kept.
@@ -47,9 +50,34 @@ void DeviceWait::wake()
     handles->woken = true;
 }
 
-void DeviceWait::holdUntil(Clock::time_point time)
+void DeviceWait::stop()
 {
-    std::this_thread::sleep_until(time);
+    handles->stopped = true;
+}
+
+void DeviceWait::resume()
+{
+    handles->stopped = false;
+}
+
+bool DeviceWait::waitForSilence(QSerialPort &device, Clock::time_point until)
+{
+    // The device's shortest wait lasts a millisecond; what is left of the time is slept.
+    while (device.bytesAvailable() == 0 && !handles->stopped) {
+        const auto left = until - Clock::now();
+        if (left < std::chrono::milliseconds(1)) {
+            std::this_thread::sleep_until(until);
+            return !device.waitForReadyRead(0) && device.bytesAvailable() == 0;
+        }
+        device.waitForReadyRead(1);
+    }
+    return false;
+}
+
+void DeviceWait::pause(Clock::time_point until)
+{
+    while (!handles->stopped && Clock::now() < until)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
 }
 
 void DeviceWait::sharpenTimers() {}

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Waits by poll() on the device's handle and on a wake-up pipe: nothing is polled in slices. The pipe is
-// written to only while the worker sleeps on it: of an exchange that is chained on its reply, most of the
-// time goes into such system calls.
+// Waits by poll() on the device's handle and on two pipes, for calls and for a stop: nothing is polled in
+// slices. The pipe for calls is written to only while the worker sleeps on it: of an exchange that is chained
+// on its reply, most of the time goes into such system calls.
 #include "link/devicewait.h"
 
 #include <QSerialPort>
@@ -18,6 +18,22 @@
 #include <sys/prctl.h>
 #endif
 
+namespace {
+
+struct Pipe
+{
+    Pipe();
+    ~Pipe();
+    Q_DISABLE_COPY_MOVE(Pipe)
+    void put();
+    void empty();
+
+    int readEnd = -1;
+    int writeEnd = -1;
+};
+
+} // namespace
+
 struct DeviceWait::Handles
 {
     enum State {
@@ -26,8 +42,8 @@ struct DeviceWait::Handles
         Called    // wake() came; the worker has not taken notice yet
     };
 
-    int readEnd = -1;
-    int writeEnd = -1;
+    Pipe calls;
+    Pipe stops; // holds a byte from stop() to resume()
     std::atomic<int> state{Awake};
 
     bool isCallExpected = false; // worker only
@@ -38,8 +54,10 @@ struct DeviceWait::Handles
     // False when a call came before: there is nothing to sleep for.
     bool goToSleep();
     void getUp(Result result);
-    // Sleeps until the device has bytes, the time is over or, where that is allowed, a call comes.
-    Result sleep(QSerialPort &device, Clock::time_point until, bool wakeable) const;
+    // Sleeps until the device has bytes, the time is over or, where that is allowed, a stop or a call comes.
+    Result sleep(QSerialPort &device, Clock::time_point until, EndedBy ends) const;
+    // The same without the device: only the time, a stop or a call ends it.
+    Result sleepOn(std::array<pollfd, 2> ending, Clock::time_point until) const;
 };
 
 namespace {
@@ -76,8 +94,7 @@ int pollUntil(pollfd *handles, nfds_t count, DeviceWait::Clock::time_point until
 
 } // namespace
 
-DeviceWait::DeviceWait()
-    : handles(std::make_unique<Handles>())
+Pipe::Pipe()
 {
     std::array<int, 2> ends{{-1, -1}};
     if (::pipe(ends.data()) != 0)
@@ -86,17 +103,37 @@ DeviceWait::DeviceWait()
         ::fcntl(end, F_SETFD, FD_CLOEXEC);
         ::fcntl(end, F_SETFL, O_NONBLOCK);
     }
-    handles->readEnd = ends[0];
-    handles->writeEnd = ends[1];
+    readEnd = ends[0];
+    writeEnd = ends[1];
 }
 
-DeviceWait::~DeviceWait()
+Pipe::~Pipe()
 {
-    if (handles->readEnd >= 0)
-        ::close(handles->readEnd);
-    if (handles->writeEnd >= 0)
-        ::close(handles->writeEnd);
+    if (readEnd >= 0)
+        ::close(readEnd);
+    if (writeEnd >= 0)
+        ::close(writeEnd);
 }
+
+void Pipe::put()
+{
+    const char byte = 0;
+    [[maybe_unused]] const ssize_t written = ::write(writeEnd, &byte, 1);
+}
+
+void Pipe::empty()
+{
+    std::array<char, 64> bytes{};
+    while (::read(readEnd, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size())) {
+    }
+}
+
+DeviceWait::DeviceWait()
+    : handles(std::make_unique<Handles>())
+{
+}
+
+DeviceWait::~DeviceWait() = default;
 
 void DeviceWait::Handles::lookOut()
 {
@@ -123,54 +160,76 @@ void DeviceWait::Handles::getUp(Result result)
     if (!called && result != Result::Woken)
         return;
     // A caller that is about to write leaves a byte behind, which ends a later sleep early and does no harm.
-    std::array<char, 64> bytes{};
-    while (::read(readEnd, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size())) {
+    calls.empty();
+}
+
+DeviceWait::Result DeviceWait::Handles::sleepOn(std::array<pollfd, 2> ending, Clock::time_point until) const
+{
+    while (!isOver(until)) {
+        if (pollUntil(ending.data(), ending.size(), until) > 0)
+            return ending[0].revents != 0 ? Result::Stopped : Result::Woken;
     }
+    return Result::TimedOut;
 }
 
 DeviceWait::Result DeviceWait::Handles::sleep(QSerialPort &device, Clock::time_point until,
-                                              bool wakeable) const
+                                              EndedBy ends) const
 {
-    pollfd call{wakeable ? readEnd : -1, POLLIN, 0};
+    const pollfd stop{ends == EndedBy::Time ? -1 : stops.readEnd, POLLIN, 0};
+    const pollfd call{ends == EndedBy::StopOrCall ? calls.readEnd : -1, POLLIN, 0};
+    bool takesBytes = true;
     for (;;) {
-        // What the device did not take at once is written as soon as it has room again.
-        if (device.bytesToWrite() > 0)
+        // What the device did not take at once is written as soon as it has room again. A device that has
+        // room and takes nothing has failed, and would end every poll at once.
+        if (takesBytes && device.bytesToWrite() > 0)
             device.flush();
-        const short writing = device.bytesToWrite() > 0 ? POLLOUT : short(0);
-        std::array<pollfd, 2> polled{{{static_cast<int>(device.handle()), short(POLLIN | writing), 0}, call}};
+        const short writing = takesBytes && device.bytesToWrite() > 0 ? POLLOUT : short(0);
+        std::array<pollfd, 3> polled{
+            {{static_cast<int>(device.handle()), short(POLLIN | writing), 0}, stop, call}};
         const int ready = pollUntil(polled.data(), polled.size(), until);
         if (ready < 0 && errno == EINTR)
             continue;
         if (ready <= 0)
             return Result::TimedOut;
+        if (polled[1].revents != 0)
+            return Result::Stopped;
         if (polled[0].revents & (POLLIN | POLLHUP | POLLERR | POLLNVAL)) {
             if (device.waitForReadyRead(0) || device.bytesAvailable() > 0)
                 return Result::Ready;
             // The device reports an end or an error at once and for ever; its share of the wait is kept.
-            while (!isOver(until)) {
-                if (pollUntil(&call, 1, until) > 0)
-                    return Result::Woken;
-            }
-            return Result::TimedOut;
+            return sleepOn({{stop, call}}, until);
         }
-        if (polled[1].revents & POLLIN)
+        if (polled[2].revents != 0)
             return Result::Woken;
+        const qint64 left = device.bytesToWrite();
+        device.flush();
+        takesBytes = device.bytesToWrite() < left;
     }
 }
 
-DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, bool wakeable)
+DeviceWait::Result DeviceWait::wait(QSerialPort &device, int milliseconds, EndedBy ends)
 {
     const Clock::time_point until = Clock::now() + std::chrono::milliseconds(milliseconds);
     if (device.bytesAvailable() > 0)
         return Result::Ready;
-    if (!wakeable)
-        return handles->sleep(device, until, false);
+    if (ends != EndedBy::StopOrCall)
+        return handles->sleep(device, until, ends);
     handles->lookOut();
     if (!handles->goToSleep())
         return Result::Woken;
-    const Result result = handles->sleep(device, until, true);
+    const Result result = handles->sleep(device, until, ends);
     handles->getUp(result);
     return result;
+}
+
+bool DeviceWait::waitForSilence(QSerialPort &device, Clock::time_point until)
+{
+    return handles->sleep(device, until, EndedBy::Stop) == Result::TimedOut;
+}
+
+void DeviceWait::pause(Clock::time_point until)
+{
+    handles->sleepOn({{{handles->stops.readEnd, POLLIN, 0}, {-1, 0, 0}}}, until);
 }
 
 void DeviceWait::expectCall()
@@ -180,18 +239,18 @@ void DeviceWait::expectCall()
 
 void DeviceWait::wake()
 {
-    if (handles->state.exchange(Handles::Called) != Handles::Sleeping)
-        return;
-    const char byte = 0;
-    [[maybe_unused]] const ssize_t written = ::write(handles->writeEnd, &byte, 1);
+    if (handles->state.exchange(Handles::Called) == Handles::Sleeping)
+        handles->calls.put();
 }
 
-void DeviceWait::holdUntil(Clock::time_point time)
+void DeviceWait::stop()
 {
-    while (!isOver(time)) {
-        const timespec left = remaining(time);
-        ::nanosleep(&left, nullptr);
-    }
+    handles->stops.put();
+}
+
+void DeviceWait::resume()
+{
+    handles->stops.empty();
 }
 
 void DeviceWait::sharpenTimers()

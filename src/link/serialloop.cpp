@@ -4,12 +4,18 @@
 #include "link/framecodec.h"
 #include "link/silentgap.h"
 
+#include <algorithm>
+
 namespace {
 
-constexpr int replyWait = 50;  // ms
-constexpr int shortWait = 1;   // ms: idle turns on USB, and after a scope frame
-constexpr int drainWait = 5;   // ms
-constexpr int settleTime = 20; // ms between the opening and the first frame
+constexpr int replyWait = 50; // ms
+constexpr int shortWait = 1;  // ms: idle turns on USB, and after a scope frame
+constexpr int drainWait = 5;  // ms
+// Nothing is current and no stream is due: whatever there is to do ends the wait.
+constexpr int idleWait = 100;                       // ms
+constexpr std::chrono::milliseconds settleTime(20); // between the opening and the first frame
+// A line that is never silent can't keep a frame back for longer.
+constexpr std::chrono::milliseconds longestGap(50);
 constexpr int stopFrameTries = 10;
 constexpr int stopFrameWait = 10; // ms
 constexpr int probes = 3;
@@ -31,12 +37,13 @@ void SerialPort::run()
     {
         Loop loop(*this);
         if (loop.open()) {
-            msleep(settleTime);
+            deviceWait.pause(DeviceWait::Clock::now() + settleTime);
             loop.turnUntilStopped();
         }
     }
     portOpened = false;
     stopRequested = false;
+    deviceWait.resume();
     if (!quietStop)
         emit servoONOFFLine(false);
     const std::lock_guard<std::mutex> lock(mutex);
@@ -50,6 +57,7 @@ SerialPort::Loop::Loop(SerialPort &serialPort)
 {
     const std::lock_guard<std::mutex> lock(link.mutex);
     device.setPortName(link.portName);
+    link.answerDebt.abandon();
     baudRate = link.baudRate;
     gap = silentGap(baudRate);
 }
@@ -91,13 +99,15 @@ void SerialPort::Loop::turnUntilStopped()
 
 void SerialPort::Loop::turn()
 {
+    deliverAnswer(link.answerDebt.endHold(DeviceWait::Clock::now()));
     chooseWait();
     takeScopeFrame();
     takeRequest();
     writeCurrent();
 
-    switch (link.deviceWait.wait(device, waitMs, currentFrame.isEmpty())) {
+    switch (waitForChunk()) {
     case DeviceWait::Result::Woken:
+    case DeviceWait::Result::Stopped:
         return;
     case DeviceWait::Result::TimedOut:
         countTimeout();
@@ -106,10 +116,14 @@ void SerialPort::Loop::turn()
         break;
     }
     const QByteArray chunk = readChunk();
-    if (isAccepted(chunk))
+    const ChunkKind kind = judge(chunk);
+    const QByteArray answer = settle(chunk, kind);
+    if (kind != ChunkKind::Bad)
         accept();
     sideWrites();
-    deliver(chunk);
+    deliverAnswer(answer);
+    if (kind == ChunkKind::Stream)
+        deliverStream(chunk);
     emit link.servoONOFFLine(true);
 }
 
@@ -118,8 +132,9 @@ void SerialPort::Loop::chooseWait()
     waitMs = replyWait;
     if (!probeFrame.isEmpty()) {
         currentFrame = probeFrame;
-        isWritten = false;
         probeFrame.clear();
+        wasWritten = false;
+        link.answerDebt.begin(DeviceWait::Clock::now());
     } else if (baudRate == usbBaudRate) {
         waitMs = shortWait;
     }
@@ -127,31 +142,36 @@ void SerialPort::Loop::chooseWait()
 
 void SerialPort::Loop::takeScopeFrame()
 {
+    // A request that waits for the line's silence is written first: it has been taken from its queue.
+    if (!link.readyToSend && link.answerDebt.awaitsWriting())
+        return;
     const std::lock_guard<std::mutex> lock(link.mutex);
     // The stop frame stays in the mailbox: it goes out between two received chunks.
     if (link.scopeFrame.isEmpty() || isStopFrame(link.scopeFrame))
         return;
     currentFrame = link.scopeFrame;
-    isWritten = false;
     link.scopeFrame.clear();
+    link.scopeStopped = false;
+    wasWritten = false;
     waitMs = shortWait;
 }
 
 void SerialPort::Loop::takeRequest()
 {
-    if (!link.readyToSend)
+    if (!link.readyToSend || link.answerDebt.isHolding())
         return;
     const std::lock_guard<std::mutex> lock(link.mutex);
     if (link.sendQueue.isEmpty())
         return;
     currentFrame = link.sendQueue.takeFirst();
-    isWritten = false;
     if (!link.windowQueue.isEmpty())
         link.currentWindow = link.windowQueue.takeFirst();
     if (!currentFrame.isEmpty())
         link.currentAddress = currentFrame.mid(2, 2);
     waitMs = replyWait;
     link.readyToSend = false;
+    wasWritten = false;
+    link.answerDebt.begin(DeviceWait::Clock::now());
 }
 
 void SerialPort::Loop::writeCurrent()
@@ -160,23 +180,77 @@ void SerialPort::Loop::writeCurrent()
         return;
     if (reconnecting)
         drainInput();
-    if (gap.count() > 0)
-        link.deviceWait.holdUntil(lastByte + gap);
-    if (isWritten)
+    if (link.stopRequested || !isLineSilent())
+        return;
+    if (wasWritten)
         ++repeatCount;
-    isWritten = true;
     device.write(currentFrame);
+    wasWritten = true;
+    if (!isScopeFrame(currentFrame))
+        link.answerDebt.written(DeviceWait::Clock::now());
 }
 
-// Throws stale bytes away until the line is silent; a running stream ends it after one chunk.
+// Waits for the silent gap. Bytes that come meanwhile are the drive's: this turn reads them, and the gap
+// starts anew behind them.
+bool SerialPort::Loop::isLineSilent()
+{
+    if (gap.count() == 0)
+        return true;
+    const DeviceWait::Clock::time_point now = DeviceWait::Clock::now();
+    if (!silenceAwaitedFrom)
+        silenceAwaitedFrom = now;
+    if (!link.deviceWait.waitForSilence(device, lastByte + gap) && now - *silenceAwaitedFrom < longestGap)
+        return false;
+    silenceAwaitedFrom.reset();
+    return true;
+}
+
+// Throws stale bytes away until the line is silent; a running stream ends it after one chunk, and a stop in
+// any case.
 void SerialPort::Loop::drainInput()
 {
     QByteArray previous;
-    while (link.deviceWait.wait(device, drainWait, false) == DeviceWait::Result::Ready) {
+    while (link.deviceWait.wait(device, drainWait, DeviceWait::EndedBy::Stop) == DeviceWait::Result::Ready) {
         if (isScopeFrame(previous))
             break;
         previous = readChunk();
     }
+}
+
+DeviceWait::Result SerialPort::Loop::waitForChunk()
+{
+    using Result = DeviceWait::Result;
+    int milliseconds = isIdle() ? idleWait : waitMs;
+    bool wasCut = false;
+    if (link.answerDebt.isHolding()) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(link.answerDebt.holdEnd() -
+                                                                       DeviceWait::Clock::now());
+        wasCut = left.count() < milliseconds;
+        if (wasCut)
+            milliseconds = std::max(int(left.count()), 0);
+    }
+    const Result result = link.deviceWait.wait(device, milliseconds,
+                                               currentFrame.isEmpty() ? DeviceWait::EndedBy::StopOrCall
+                                                                      : DeviceWait::EndedBy::Stop);
+    // On the way out a stream is still stopped, between two of its chunks.
+    if (result == Result::Stopped && link.closing)
+        return link.deviceWait.wait(device, replyWait, DeviceWait::EndedBy::Time);
+    // The end of a hold is no time-out.
+    return result == Result::TimedOut && wasCut ? Result::Woken : result;
+}
+
+bool SerialPort::Loop::isIdle() const
+{
+    return currentFrame.isEmpty() && link.linkState == Connected && !isStreamDue();
+}
+
+// While the stop frame is the scope's last, written or waiting, the drive is rightly silent.
+bool SerialPort::Loop::isStreamDue() const
+{
+    if (!scopeRunning)
+        return false;
+    const std::lock_guard<std::mutex> lock(link.mutex);
+    return link.scopeFrame.isEmpty() ? !link.scopeStopped : !isStopFrame(link.scopeFrame);
 }
 
 void SerialPort::Loop::countTimeout()
@@ -190,7 +264,7 @@ void SerialPort::Loop::countTimeout()
     } else if (link.linkState == Connected) {
         if (!currentFrame.isEmpty() && ++link.timeoutCount >= timeoutLimit)
             giveUp();
-        if (scopeRunning && ++link.scopeTimeoutCount >= timeoutLimit)
+        if (isStreamDue() && ++link.scopeTimeoutCount >= timeoutLimit)
             giveUp();
     }
 }
@@ -204,16 +278,36 @@ void SerialPort::Loop::giveUp()
     reconnecting = false;
 }
 
-bool SerialPort::Loop::isAccepted(const QByteArray &chunk) const
+SerialPort::Loop::ChunkKind SerialPort::Loop::judge(const QByteArray &chunk) const
 {
-    return isScopeFrame(chunk) || (!chunk.isEmpty() && link.checkFrameCrc(chunk, false));
+    if (isScopeFrame(chunk))
+        return ChunkKind::Stream;
+    return !chunk.isEmpty() && link.checkFrameCrc(chunk, false) ? ChunkKind::Good : ChunkKind::Bad;
+}
+
+// Reckons the chunk up with what the drive owes; gives the answer that may be delivered.
+QByteArray SerialPort::Loop::settle(const QByteArray &chunk, ChunkKind kind)
+{
+    const DeviceWait::Clock::time_point now = DeviceWait::Clock::now();
+    switch (kind) {
+    case ChunkKind::Stream:
+        return link.answerDebt.streamChunk();
+    case ChunkKind::Good:
+        return link.answerDebt.goodChunk(chunk, now);
+    case ChunkKind::Bad:
+        break;
+    }
+    return link.answerDebt.badChunk(chunk, now);
 }
 
 void SerialPort::Loop::accept()
 {
     link.linkState = Connected;
-    link.readyToSend = true;
-    currentFrame.clear();
+    // What has not been written yet can't have been answered.
+    if (!link.answerDebt.awaitsWriting())
+        link.readyToSend = true;
+    if (wasWritten)
+        currentFrame.clear();
     link.timeoutCount = 0;
     link.scopeTimeoutCount = 0;
     reconnecting = false;
@@ -222,6 +316,7 @@ void SerialPort::Loop::accept()
 
 void SerialPort::Loop::writeStopFrame()
 {
+    link.scopeStopped = true;
     for (int i = 0; i < stopFrameTries; ++i) {
         device.write(QByteArray::fromHex(stopFrameText));
         if (device.waitForBytesWritten(stopFrameWait))
@@ -244,13 +339,17 @@ void SerialPort::Loop::sideWrites()
         writeStopFrame();
 }
 
-void SerialPort::Loop::deliver(QByteArray chunk)
+// The CRC has been found good when the chunk was judged.
+void SerialPort::Loop::deliverAnswer(const QByteArray &answer)
 {
-    if (!isScopeFrame(chunk)) {
-        if (link.checkFrameCrc(chunk, true))
-            link.deviceWait.expectCall();
+    if (answer.isEmpty())
         return;
-    }
+    link.routeReply(answer);
+    link.deviceWait.expectCall();
+}
+
+void SerialPort::Loop::deliverStream(QByteArray chunk)
+{
     if (firstStream && !scopeRunning) {
         // The drive is streaming to nobody: it was left running by an earlier session.
         writeStopFrame();

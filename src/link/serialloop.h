@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // One run of the link's worker: a strict half-duplex loop that writes the current frame on every turn until
-// an acceptable chunk comes back. Made, used and destroyed inside SerialPort::run().
+// an acceptable chunk comes back. Lives on the worker thread, inside SerialPort::run(), which owns it.
 #pragma once
 
 #include "link/serialport.h"
 
 #include <QSerialPort>
+
+#include <optional>
 
 class SerialPort::Loop
 {
@@ -21,19 +23,27 @@ public:
     void turnUntilStopped();
 
 private:
+    enum class ChunkKind { Stream, Good, Bad };
+
     void turn();
     void chooseWait();
     void takeScopeFrame();
     void takeRequest();
     void writeCurrent();
+    bool isLineSilent();
     void drainInput();
+    DeviceWait::Result waitForChunk();
+    bool isIdle() const;
+    bool isStreamDue() const;
     void countTimeout();
     void giveUp();
-    bool isAccepted(const QByteArray &chunk) const;
+    ChunkKind judge(const QByteArray &chunk) const;
+    QByteArray settle(const QByteArray &chunk, ChunkKind kind);
     void accept();
     void writeStopFrame();
     void sideWrites();
-    void deliver(QByteArray chunk);
+    void deliverStream(QByteArray chunk);
+    void deliverAnswer(const QByteArray &answer);
     QByteArray readChunk();
 
     SerialPort &link;
@@ -41,10 +51,11 @@ private:
     qint32 baudRate = 0;
     QByteArray probeFrame;
     QByteArray currentFrame; // written on every turn until a chunk is accepted
-    bool isWritten = false;  // once at least
+    bool wasWritten = false; // currentFrame has been written once at least
     int waitMs = 0;
     int probesLeft = 0;
     bool firstStream = true;
     std::chrono::microseconds gap;            // silence that RS-485 asks for before a request
     DeviceWait::Clock::time_point lastByte{}; // when the last bytes were read
+    std::optional<DeviceWait::Clock::time_point> silenceAwaitedFrom; // while bytes keep a frame from leaving
 };

@@ -43,17 +43,25 @@ SerialPort::~SerialPort()
 void SerialPort::prepareShutdown()
 {
     closing = true;
-    stopRequested = true;
     linkState = Closing;
+    usbTimer->stop();
+    requestStop();
+}
+
+void SerialPort::requestStop()
+{
+    stopRequested = true;
+    deviceWait.stop();
 }
 
 // Waits for the end of run(), which takes one turn of the loop at most. A worker that was ending by itself
 // may have cleared the flags before they were set here, so they are cleared again for the next start.
 void SerialPort::stopWorker()
 {
-    stopRequested = true;
+    requestStop();
     quit();
     wait();
+    deviceWait.resume();
     const std::lock_guard<std::mutex> lock(mutex);
     stopRequested = false;
     quietStop = false;
@@ -100,10 +108,13 @@ void SerialPort::writeScopeData(QByteArray data)
 void SerialPort::scopeIsRunning(bool isRunning)
 {
     scopeRunning = isRunning;
-    if (!isRunning) {
-        const std::lock_guard<std::mutex> lock(mutex);
-        scopeFrame.clear();
+    if (isRunning) {
+        // From now on the worker counts how long no data come.
+        deviceWait.wake();
+        return;
     }
+    const std::lock_guard<std::mutex> lock(mutex);
+    scopeFrame.clear();
 }
 
 void SerialPort::getPortName(QString port, qint32 baud)
@@ -132,12 +143,14 @@ void SerialPort::getPortName(QString port, qint32 baud)
 
 void SerialPort::checkUsbSlt()
 {
+    if (closing)
+        return;
     // The notice runs an event loop of its own, in which the application may end.
     const QPointer<SerialPort> self(this);
     const auto tellOrReconnect = [this, &self] {
         if (!reconnecting)
             emit connetFailedSig();
-        if (self && reconnecting)
+        if (self && reconnecting && !closing)
             getPortName(portName, baudRate);
     };
 
@@ -152,12 +165,12 @@ void SerialPort::checkUsbSlt()
                 stopWorker();
             }
             tellOrReconnect();
-            if (!self)
+            if (!self || closing)
                 return;
         }
         if (isFinished())
             tellOrReconnect();
-        if (!self)
+        if (!self || closing)
             return;
     }
 }
@@ -179,7 +192,7 @@ void SerialPort::connetFailedSlt()
     // A box without any button gives itself an "OK" when it is shown, unless it has had one before.
     const std::unique_ptr<QPushButton> button(box.addButton(QMessageBox::Ok));
     box.removeButton(button.get());
-    QTimer::singleShot(noticeDuration, &box, &QDialog::accept);
+    QTimer::singleShot(noticeDuration, Qt::PreciseTimer, &box, &QDialog::accept);
     box.exec();
 }
 
@@ -187,7 +200,7 @@ void SerialPort::testSlot()
 {
     closing = true;
     msleep(20);
-    stopRequested = true;
+    requestStop();
 }
 
 bool SerialPort::checkFrameCrc(const QByteArray &frame, bool route)

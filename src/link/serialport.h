@@ -4,6 +4,7 @@
 // the QSerialPort.
 #pragma once
 
+#include "link/answerdebt.h"
 #include "link/devicewait.h"
 
 #include <QByteArray>
@@ -81,6 +82,7 @@ private:
 
     enum LinkState { Idle = 0, Probing = 1, Connected = 2, Closing = 4 };
 
+    void requestStop();
     void stopWorker();
     void routeReply(const QByteArray &frame);
 
@@ -91,6 +93,9 @@ private:
     int timeoutCount = 0;      // worker only
     int scopeTimeoutCount = 0; // worker only
     bool readyToSend = false;  // worker only
+    AnswerDebt answerDebt;     // worker only
+    // Worker only: of the scope's frames the stop frame was written last, so no stream is due.
+    bool scopeStopped = false;
 
     QTimer *usbTimer = nullptr;
     DeviceWait deviceWait;

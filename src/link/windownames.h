@@ -9,3 +9,5 @@ constexpr QLatin1String editorLinkName("Editor");
 constexpr QLatin1String monitorLinkName("Monitor");
 constexpr QLatin1String gainTuningLinkName("Gain Tuning");
 constexpr QLatin1String trialRunLinkName("Trial Run");
+// Travels with the frames of the stream's control, which have no reply to route.
+constexpr QLatin1String scopeLinkName("Scope");

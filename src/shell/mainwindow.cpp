@@ -189,6 +189,16 @@ void MainWindow::on_actionGain_Tuning_triggered()
     openWorkingWindow(workingwindow::gainTuning);
 }
 
+void MainWindow::on_actionData_Scope_triggered()
+{
+    openWorkingWindow(workingwindow::scope);
+}
+
+void MainWindow::on_actionScope_triggered()
+{
+    openWorkingWindow(workingwindow::scope);
+}
+
 void MainWindow::on_actionPrint_triggered()
 {
     emit doPrint();

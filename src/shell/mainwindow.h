@@ -60,6 +60,8 @@ public slots:
     void on_actionParameter_Editor_triggered();
     void on_actionTrial_run_triggered();
     void on_actionGain_Tuning_triggered();
+    void on_actionData_Scope_triggered();
+    void on_actionScope_triggered();
     void on_actionCascade_triggered();
     void on_actionTitle_Horizontally_triggered();
     void on_actionTitle_Vertically_triggered();

@@ -4,6 +4,7 @@
 #include "gaintuning/gaintuning.h"
 #include "link/serialport.h"
 #include "parameter/parametereditor.h"
+#include "scope/scope.h"
 #include "shell/mainwindow.h"
 #include "trialrun/trialrun.h"
 
@@ -76,11 +77,28 @@ void connectGainTuning(QWidget *widget, SerialPort *link, MainWindow *shell)
     QObject::connect(link, &SerialPort::handleGaintuning, window, &GainTuning::handleGaintuning);
 }
 
-const std::array<WorkingWindow, 3> windows{{
+QSize scopeSize(const QSize &)
+{
+    return {900, 685};
+}
+
+void connectScope(QWidget *widget, SerialPort *link, MainWindow *shell)
+{
+    auto *const scope = static_cast<Scope *>(widget);
+    QObject::connect(link, &SerialPort::handleParameterScope, scope, &Scope::handleParameterScope);
+    QObject::connect(scope, &Scope::writeToSerialPort, link, &SerialPort::writeScopeData);
+    QObject::connect(scope, &Scope::scopeRuning, shell, &MainWindow::scopeIsRunning);
+    QObject::connect(scope, &Scope::scopeRuning, link, &SerialPort::scopeIsRunning);
+    QObject::connect(scope, &Scope::windowStateChanged, shell, &MainWindow::subwindowStateChanged);
+    QObject::connect(link, &SerialPort::stopscope, scope, &Scope::runActSlot);
+}
+
+const std::array<WorkingWindow, 4> windows{{
     {workingwindow::parameterEditor, ":/pic/pic/Parameter.png", editorSize, make<ParameterEditor>,
      connectEditor},
     {workingwindow::gainTuning, ":/pic/pic/gain.png", gainTuningSize, make<GainTuning>, connectGainTuning},
     {workingwindow::trialRun, ":/pic/pic/trialrun.png", trialRunSize, make<TrialRun>, connectTrialRun},
+    {workingwindow::scope, ":/pic/pic/scope.png", scopeSize, make<Scope>, connectScope},
 }};
 
 } // namespace

@@ -42,8 +42,6 @@ class LineFaultsEndToEndTest : public QObject
     Q_OBJECT
 
 private slots:
-    void passingFaultLeavesTheReadWhole_data();
-    void passingFaultLeavesTheReadWhole();
     void refusedRequestsDoNotStopTheRead();
     void garbageEndsTheReadWithAMessage();
     void silenceInAPageReadIsToldAndTheLinkComesBack();
@@ -60,33 +58,6 @@ private slots:
 private:
     static void breakAPageRead(const std::function<void(kt500sim::SimulatedDrive *)> &fault);
 };
-
-void LineFaultsEndToEndTest::passingFaultLeavesTheReadWhole_data()
-{
-    QTest::addColumn<QString>("fault");
-    QTest::newRow("replies lost") << "noreply 3";
-    QTest::newRow("bad checksums") << "badcrc 5";
-    QTest::newRow("replies in two pieces") << "split 4 5";
-    QTest::newRow("stale bytes in front") << "stale 3";
-    QTest::newRow("late reply") << "late 1 70";
-    QTest::newRow("silent for a while") << "silence 300";
-}
-
-void LineFaultsEndToEndTest::passingFaultLeavesTheReadWhole()
-{
-    QFETCH(QString, fault);
-    ModalAnswers boxes;
-    Workplace place;
-    const ParameterEditor *const editor = place.openConnectedEditor(rs485);
-    QVERIFY(editor);
-    boxes.expect(readingDone);
-    Workplace::clickAction(editor, "readAction");
-    QTRY_VERIFY(isReading(editor, 100));
-    QVERIFY(place.drive->setFault(fault));
-    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
-    QVERIFY(place.drive->counters().retransmissions > 0);
-    QVERIFY(place.isShownOnline());
-}
 
 void LineFaultsEndToEndTest::refusedRequestsDoNotStopTheRead()
 {

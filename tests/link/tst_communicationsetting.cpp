@@ -30,6 +30,8 @@ private slots:
     void shownDialogKeepsItsSize();
     void dialogComesInTheMiddleOfTheScreen();
     void enterMeansOk();
+    void longPortNamesAreToldApart();
+    void combosOfTheGroupBeginAtOneX();
     void unreachableModeButtonsKeepTheirEffect();
 };
 
@@ -204,6 +206,40 @@ void CommunicationSettingTest::enterMeansOk()
     QTest::keyClick(&dialog, Qt::Key_Return);
     QCOMPARE(spy.count(), 1);
     QVERIFY(!dialog.isVisible());
+}
+
+void CommunicationSettingTest::longPortNamesAreToldApart()
+{
+    CommunicationSetting dialog;
+    dialog.show();
+    QComboBox *const ports = portsOf(dialog);
+    const QSize sizeBefore = dialog.size();
+    const QString first =
+        QStringLiteral("Brennic adapter, a name that is a good deal longer than the dialog");
+    for (const char *name : {"ttyUSB8", "ttyUSB9"})
+        addSerialPort({QLatin1String(name), first + first, QStringLiteral("Maker")});
+    click(dialog, "detectButton");
+    for (const char *name : {"ttyUSB8", "ttyUSB9"})
+        removeSerialPort(QLatin1String(name));
+    QCOMPARE(dialog.size(), sizeBefore);
+    const QString text = first + first + QStringLiteral("(ttyUSB9)");
+    QCOMPARE(ports->currentText(), text);
+    QVERIFY(ports->fontMetrics().horizontalAdvance(text) > ports->width());
+    QCOMPARE(ports->toolTip(), text);
+    QCOMPARE(ports->itemData(1, Qt::ToolTipRole).toString(), first + first + QStringLiteral("(ttyUSB8)"));
+    const QImage ninth = ports->grab().toImage();
+    ports->setCurrentIndex(1);
+    QVERIFY(ports->toolTip().endsWith(QLatin1String("(ttyUSB8)")));
+    QVERIFY(ports->grab().toImage() != ninth);
+}
+
+void CommunicationSettingTest::combosOfTheGroupBeginAtOneX()
+{
+    CommunicationSetting dialog;
+    dialog.show();
+    const auto *const bauds = dialog.findChild<QComboBox *>(QStringLiteral("baudCombox"));
+    QCOMPARE(portsOf(dialog)->x(), bauds->x());
+    QCOMPARE(portsOf(dialog)->width(), bauds->width());
 }
 
 void CommunicationSettingTest::unreachableModeButtonsKeepTheirEffect()

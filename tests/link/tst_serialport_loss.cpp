@@ -53,10 +53,6 @@ class SerialPortLossTest : public QObject
 private slots:
     void init();
     void driveThatNeverAnswersIsToldOnceThenTriedSilently();
-    void twentyTimeoutsGiveTheLinkUp_data();
-    void twentyTimeoutsGiveTheLinkUp();
-    void runningScopeWithoutDataGivesTheLinkUp();
-    void idleLinkIsNeverGivenUp();
     void lostLinkComesBackAndServesItsQueue();
     void nextFailureIsToldAgain();
     void staleBytesAreDrainedWhileReconnecting();
@@ -70,8 +66,8 @@ private slots:
     void earlierPortWithoutManufacturerDoesNot();
     void hungUpDeviceDoesNotSpinWhenIdle();
     void hungUpDeviceIsGivenUpInMidTransferAndComesBack();
-    void shutdownEndsInATurn();
-    void destroyedWhileRunningEnds();
+    void afterTheShutdownNothingIsOpenedAnyMore();
+    void portOfADescriptionWithBracketsIsFound();
 };
 
 void SerialPortLossTest::init()
@@ -102,63 +98,6 @@ void SerialPortLossTest::driveThatNeverAnswersIsToldOnceThenTriedSilently()
     QVERIFY(SerialPort::reconnecting);
     QCOMPARE(failures.count(), 1);
     QCOMPARE(boxes.seen.size(), 1);
-}
-
-void SerialPortLossTest::twentyTimeoutsGiveTheLinkUp_data()
-{
-    QTest::addColumn<int>("baud");
-    QTest::addColumn<int>("atLeast"); // milliseconds
-    QTest::addColumn<int>("atMost");
-    QTest::newRow("RS-485, 20 x 50 ms") << rs485 << 950 << 5000;
-    QTest::newRow("USB, 50 ms and 19 x 1 ms") << usb << 60 << 900;
-}
-
-void SerialPortLossTest::twentyTimeoutsGiveTheLinkUp()
-{
-    QFETCH(int, baud);
-    QFETCH(int, atLeast);
-    QFETCH(int, atMost);
-    PtyPeer peer(
-        [](const QByteArray &request) { return request == probe ? answerAll(request) : QByteArray(); });
-    SerialPort port;
-    const SignalLog online(&port, &SerialPort::servoONOFFLine);
-    port.getPortName(peer.entry(), baud);
-    QTRY_VERIFY(online.count() >= 1);
-    QElapsedTimer clock;
-    clock.start();
-    port.writeSlot(readA, QStringLiteral("Editor"));
-    QVERIFY(port.wait(10000));
-    const qint64 elapsed = clock.elapsed();
-    QVERIFY(!SerialPort::portOpened);
-    QVERIFY2(elapsed >= atLeast && elapsed <= atMost, qPrintable(QString::number(elapsed)));
-    QTRY_COMPARE(peer.frames().count(readA), 20);
-    QTRY_VERIFY(online.count(false) >= 2);
-}
-
-void SerialPortLossTest::runningScopeWithoutDataGivesTheLinkUp()
-{
-    PtyPeer peer(answerAll);
-    SerialPort port;
-    port.getPortName(peer.entry(), usb);
-    QTRY_VERIFY(peer.frameCount() >= 1);
-    port.scopeIsRunning(true);
-    QVERIFY(port.wait(5000));
-    QVERIFY(!SerialPort::portOpened);
-    QCOMPARE(peer.framesOnce(), QList<QByteArray>({probe}));
-}
-
-void SerialPortLossTest::idleLinkIsNeverGivenUp()
-{
-    PtyPeer peer(answerAll);
-    SerialPort port;
-    port.getPortName(peer.entry(), usb);
-    QTRY_VERIFY(peer.frameCount() >= 1);
-    QElapsedTimer idle;
-    idle.start();
-    // Some hundred idle turns.
-    QTRY_VERIFY(idle.elapsed() > 500);
-    QVERIFY(port.isRunning());
-    QVERIFY(SerialPort::portOpened);
 }
 
 void SerialPortLossTest::lostLinkComesBackAndServesItsQueue()
@@ -407,26 +346,36 @@ void SerialPortLossTest::hungUpDeviceIsGivenUpInMidTransferAndComesBack()
     QVERIFY(SerialPort::portOpened);
 }
 
-void SerialPortLossTest::shutdownEndsInATurn()
+void SerialPortLossTest::afterTheShutdownNothingIsOpenedAnyMore()
 {
-    PtyPeer peer;
+    ModalAnswers boxes;
+    PtyPeer peer(answerAll);
+    const ListedPort listed(peer.path(), QString());
     SerialPort port;
-    port.getPortName(peer.entry(), rs485);
-    QTRY_VERIFY(peer.frameCount() > 0);
+    port.getPortName(peer.entry(), usb);
+    QTRY_VERIFY(peer.frameCount() >= 1);
     port.prepareShutdown();
-    port.quit();
     QVERIFY(port.wait(1000));
+    SerialPort::reconnecting = true;
+    port.checkUsbSlt();
+    QVERIFY(!port.isRunning());
+    QVERIFY(!SerialPort::portOpened);
+    // Nor does the watch tick on by itself.
+    const int before = peer.frameCount();
+    QElapsedTimer waited;
+    waited.start();
+    QTRY_VERIFY(waited.elapsed() > 1200);
+    QCOMPARE(peer.frameCount(), before);
 }
 
-void SerialPortLossTest::destroyedWhileRunningEnds()
+void SerialPortLossTest::portOfADescriptionWithBracketsIsFound()
 {
     PtyPeer peer(answerAll);
-    {
-        SerialPort port;
-        port.getPortName(peer.entry(), rs485);
-        QTRY_VERIFY(peer.frameCount() >= 1);
-    }
-    QVERIFY(!SerialPort::portOpened);
+    SerialPort port;
+    const SignalLog online(&port, &SerialPort::servoONOFFLine);
+    port.getPortName(QStringLiteral("Adapter (rev. 2) [A](%1)").arg(peer.path()), usb);
+    QTRY_VERIFY(online.count(true) >= 1);
+    QCOMPARE(peer.framesOnce(), QList<QByteArray>({probe}));
 }
 
 QTEST_MAIN(SerialPortLossTest)

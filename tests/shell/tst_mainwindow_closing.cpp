@@ -4,6 +4,7 @@
 
 #include "link/serialport.h"
 #include "parameter/parametereditor.h"
+#include "scope/scope.h"
 #include "support/modalanswers.h"
 #include "support/testdirectory.h"
 
@@ -14,11 +15,6 @@
 
 // The shell knows a window by its class.
 class TrialRun : public QWidget
-{
-    Q_OBJECT
-};
-
-class Scope : public QWidget
 {
     Q_OBJECT
 };

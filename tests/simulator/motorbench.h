@@ -59,6 +59,36 @@ public:
         advance(101);
     }
 
+    /// JOG by DI9 and DI10, the trigger at DI11.
+    void planInputs()
+    {
+        write(219, 0x27);
+        write(220, 0x28);
+        write(221, 0x25);
+    }
+    // On and ready for commands, with an inertia ratio that fits the plant of the factory.
+    void prepareJog()
+    {
+        write(11, 1);
+        write(602, 15);
+        planInputs();
+        run();
+    }
+    void preparePositioning()
+    {
+        write(300, 1);
+        write(602, 15);
+        planInputs();
+        run();
+    }
+    void prepareSpeed(int tenthsOfRpm)
+    {
+        write(100, 1);
+        write(602, 15);
+        writePair(401, tenthsOfRpm);
+        run();
+    }
+
     int status(int offset)
     {
         model.refreshStatus(registers);

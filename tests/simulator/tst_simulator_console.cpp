@@ -206,11 +206,11 @@ private slots:
     {
         const QString help = Console::help();
         for (const char *word :
-             {"noreply",     "badcrc",  "split",        "late",      "stale",       "exception", "silence",
-              "hangup",      "garbage", "stream",       "clear",     "power-cycle", "factory",   "get",
-              "set",         "store",   "load-inertia", "stiffness", "damping",     "friction",  "viscous",
-              "load-torque", "input",   "fault",        "warning",   "state",       "pace",      "freeze",
-              "unfreeze",    "advance", "counters",     "log",       "port",        "quit"})
+             {"noreply", "badcrc",      "split",   "splinter",     "late",      "stale",       "exception",
+              "silence", "hangup",      "garbage", "stream",       "clear",     "power-cycle", "factory",
+              "get",     "set",         "store",   "load-inertia", "stiffness", "damping",     "friction",
+              "viscous", "load-torque", "input",   "fault",        "warning",   "state",       "pace",
+              "freeze",  "unfreeze",    "advance", "counters",     "log",       "port",        "quit"})
             QVERIFY2(help.contains(QLatin1String(word)), word);
     }
 

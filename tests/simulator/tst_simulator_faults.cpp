@@ -41,6 +41,7 @@ private slots:
         row("noreply 3", FaultKind::NoReply, 3, 0, 0, false);
         row("badcrc 2", FaultKind::BadChecksum, 2, 0, 0, false);
         row("split 1 20", FaultKind::SplitReply, 1, 20, 0, false);
+        row("splinter 2 5", FaultKind::Splinter, 2, 5, 0, false);
         row("late 1 80", FaultKind::LateReply, 1, 80, 0, false);
         row("stale 1", FaultKind::StaleBytes, 1, 0, 0, false);
         row("exception 4 1", FaultKind::Exception, 1, 0, 4, false);
@@ -109,6 +110,7 @@ private slots:
         QTest::newRow("lost") << "noreply 1" << QByteArrayList{};
         QTest::newRow("bad checksum") << "badcrc 1" << QByteArrayList{"01030207d0bb17+0"};
         QTest::newRow("split") << "split 1 20" << QByteArrayList{"010302+0", "07d0bbe8+20"};
+        QTest::newRow("splintered") << "splinter 1 20" << QByteArrayList{"0103+0", "0207+20", "d0bbe8+40"};
         QTest::newRow("late") << "late 1 80" << QByteArrayList{"01030207d0bbe8+80"};
         QTest::newRow("stale, nothing older") << "stale 1" << QByteArrayList{"000001030207d0bbe8+0"};
         QTest::newRow("late and split")

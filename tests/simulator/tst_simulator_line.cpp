@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "terminalclient.h"
 
+#include "simulator/console.h"
 #include "simulator/simulateddrive.h"
 
 #include <QFile>
@@ -140,6 +141,33 @@ private slots:
         QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
     }
 
+    void turnaroundIsGivenInMicroseconds()
+    {
+        SimulatedDrive drive;
+        QVERIFY(drive.start());
+        TerminalClient client(drive.portName());
+        Console console(drive, {});
+        QCOMPARE(console.execute(QStringLiteral("pace 0 30000")), QString());
+        const TimePoint before = Clock::now();
+        QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
+        QVERIFY(Clock::now() - before >= milliseconds(30));
+        QVERIFY(Clock::now() - before < std::chrono::seconds(5));
+    }
+
+    void modelGoesOnByCommand()
+    {
+        SimulatedDrive drive({}, std::make_unique<CountingModel>());
+        QVERIFY(drive.start());
+        Console console(drive, {});
+        QCOMPARE(console.execute(QStringLiteral("freeze")), QString());
+        const std::uint16_t before = drive.readRegister(1500).value();
+        TerminalClient client(drive.portName());
+        QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
+        QCOMPARE(drive.readRegister(1500).value(), before);
+        QCOMPARE(console.execute(QStringLiteral("unfreeze")), QString());
+        QVERIFY(becomesTrue([&] { return drive.readRegister(1500).value() != before; }));
+    }
+
     void drivesStopsAndStartsAgain()
     {
         SimulatedDrive drive;
@@ -175,6 +203,42 @@ private slots:
         drive.stop();
         QVERIFY(!QFile::exists(options.linkPath));
         QVERIFY(QFile::symLinkTarget(options.linkPath).isEmpty());
+    }
+
+    void linkOfAnotherDriveStays()
+    {
+        QTemporaryDir folder;
+        DriveOptions options;
+        options.linkPath = folder.filePath(QStringLiteral("drive"));
+        SimulatedDrive first(options);
+        QVERIFY(first.start());
+        SimulatedDrive second(options);
+        QVERIFY(second.start());
+        QCOMPARE(QFile::symLinkTarget(options.linkPath), second.devicePath());
+        first.stop();
+        QCOMPARE(QFile::symLinkTarget(options.linkPath), second.devicePath());
+        TerminalClient client(options.linkPath);
+        QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
+    }
+
+    void logLineNamesKindAndDirection_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<QByteArray>("line");
+        QTest::newRow("request") << int(FrameKind::Request) << QByteArray("12.000345 < request    01 a0");
+        QTest::newRow("foreign") << int(FrameKind::Foreign) << QByteArray("12.000345 < foreign    01 a0");
+        QTest::newRow("unreadable") << int(FrameKind::Unreadable)
+                                    << QByteArray("12.000345 < unreadable 01 a0");
+        QTest::newRow("reply") << int(FrameKind::Reply) << QByteArray("12.000345 > reply      01 a0");
+        QTest::newRow("stream") << int(FrameKind::StreamFrame) << QByteArray("12.000345 > stream     01 a0");
+        QTest::newRow("noise") << int(FrameKind::Noise) << QByteArray("12.000345 > noise      01 a0");
+    }
+    void logLineNamesKindAndDirection()
+    {
+        QFETCH(int, kind);
+        QFETCH(QByteArray, line);
+        const LoggedFrame frame{microseconds(12000345), FrameKind(kind), Bytes{0x01, 0xa0}};
+        QCOMPARE(QByteArray::fromStdString(toLine(frame)), line);
     }
 
     void linkNeverReplacesAFile()

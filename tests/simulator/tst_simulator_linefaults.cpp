@@ -254,6 +254,47 @@ private slots:
         QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
     }
 
+    void whatWasOnItsWayIsGone_data()
+    {
+        QTest::addColumn<bool>("hangsUp");
+        QTest::newRow("after a power cycle") << false;
+        QTest::newRow("after a hang-up") << true;
+    }
+    void whatWasOnItsWayIsGone()
+    {
+        QFETCH(bool, hangsUp);
+        DriveOptions options;
+        options.frameGap = std::chrono::hours(1); // a begun request would wait for its end
+        SimulatedDrive drive(options);
+        QVERIFY(drive.start());
+        auto client = std::make_unique<TerminalClient>(drive.portName());
+        drive.setFault(Fault::lateReply(1, 300));
+        QVERIFY(client->write(probe));
+        QVERIFY(becomesTrue([&] { return drive.counters().requests == 1; }));
+        QVERIFY(client->write("01032060"));
+        QVERIFY(becomesTrue([&] { return drive.counters().bytesReceived == 12; }));
+        if (hangsUp) {
+            drive.hangUp(milliseconds(1));
+            QVERIFY(becomesTrue([&] { return !drive.isHungUp(); }));
+            client = std::make_unique<TerminalClient>(drive.portName());
+        } else {
+            drive.powerCycle();
+        }
+        // Neither the late reply nor the begun request stands before this one.
+        QCOMPARE(client->ask(readJogSpeed, 7), QByteArray(jogSpeedReply));
+        QCOMPARE(drive.counters().requests, std::uint64_t(2));
+    }
+
+    void streamThatTheClientAskedForTooIsItsOwn()
+    {
+        Line line;
+        line.drive.setFault(Fault::unaskedStream(true));
+        QVERIFY(line.client->write("01141000000000000000dfce"));
+        QVERIFY(line.requestsArrived(1));
+        line.drive.clearFaults();
+        QVERIFY(line.drive.isStreaming());
+    }
+
     void garbageDrownsEveryReply()
     {
         Line line;
@@ -313,8 +354,8 @@ private slots:
     void clearEndsEveryCountedFault()
     {
         Line line;
-        for (const char *fault :
-             {"noreply 9", "badcrc 9", "late 9 5000", "stale 9", "exception 4 9", "split 9 5000"})
+        for (const char *fault : {"noreply 9", "badcrc 9", "late 9 5000", "stale 9", "exception 4 9",
+                                  "split 9 5000", "splinter 9 5000"})
             QVERIFY(line.drive.setFault(QString::fromLatin1(fault)));
         line.drive.clearFaults();
         QCOMPARE(line.client->ask(probe, 9), QByteArray(probeReply));

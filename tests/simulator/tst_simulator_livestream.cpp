@@ -5,6 +5,10 @@
 
 #include <QtTest>
 
+#include <atomic>
+#include <mutex>
+#include <vector>
+
 using namespace kt500sim;
 
 namespace {
@@ -18,6 +22,19 @@ std::unique_ptr<SimulatedDrive> countingDrive(int samplesPerFrame = 40)
     DriveOptions options;
     options.samplesPerFrame = samplesPerFrame;
     return std::make_unique<SimulatedDrive>(options, std::make_unique<CountingModel>());
+}
+
+/// Real time since a moment, in sample periods.
+int samplesSince(TimePoint moment)
+{
+    return int((Clock::now() - moment) / samplePeriod);
+}
+
+/// Lets real time pass.
+bool letPass(milliseconds time)
+{
+    const TimePoint end = Clock::now() + time;
+    return becomesTrue([end] { return Clock::now() >= end; });
 }
 
 /// The samples of a frame that holds one narrow channel, the first.
@@ -88,6 +105,113 @@ private slots:
         QCOMPARE(client.ask(readStatus, 7), first);
         drive->unfreeze();
         QVERIFY(becomesTrue([&] { return client.ask(readStatus, 7) != first; }));
+    }
+
+    void modelKeepsRealTimeExceptWhileItIsFrozen()
+    {
+        const auto drive = countingDrive();
+        QVERIFY(drive->start());
+        const auto count = [&drive] { return int(drive->readRegister(1500).value()); };
+        // What passed before the freezing counts.
+        const int first = count();
+        const TimePoint running = Clock::now();
+        QVERIFY(letPass(milliseconds(100)));
+        const int least = samplesSince(running);
+        drive->freeze();
+        const int frozen = count();
+        QVERIFY2(frozen - first >= least - 1, qPrintable(QString::number(frozen - first)));
+        // What passes meanwhile does not.
+        QVERIFY(letPass(milliseconds(300)));
+        QCOMPARE(count(), frozen);
+        TimePoint again = Clock::now();
+        drive->unfreeze();
+        int gained = count() - frozen;
+        QVERIFY2(gained <= samplesSince(again) + 1, qPrintable(QString::number(gained)));
+        // Nor does what passes while the drive is stopped.
+        drive->stop();
+        const int stopped = count();
+        QVERIFY(letPass(milliseconds(300)));
+        again = Clock::now();
+        QVERIFY(drive->start());
+        gained = count() - stopped;
+        QVERIFY2(gained <= samplesSince(again) + 1, qPrintable(QString::number(gained)));
+    }
+
+    void framesThatFellBehindAreSpacedByAMillisecond()
+    {
+        const auto drive = countingDrive(4);
+        std::mutex mutex;
+        std::vector<TimePoint> sent;
+        drive->setFrameListener([&](const LoggedFrame &frame) {
+            const std::lock_guard<std::mutex> lock(mutex);
+            if (frame.kind == FrameKind::StreamFrame)
+                sent.push_back(Clock::now());
+        });
+        drive->freeze();
+        QVERIFY(drive->start());
+        TerminalClient client(drive->portName());
+        QVERIFY(client.write(startFirstItem));
+        QVERIFY(becomesTrue([&] { return drive->isStreaming(); }));
+        const TimePoint before = Clock::now();
+        drive->advance(30 * 4 * samplePeriod);
+        QVERIFY(becomesTrue([&] { return drive->counters().streamFrames == 30; }));
+        drive->stop();
+        QCOMPARE(sent.size(), std::size_t(30));
+        for (std::size_t i = 0; i < sent.size(); ++i)
+            QVERIFY(sent[i] - before >= milliseconds(i));
+    }
+
+    void drivesLongStandstillIsNotMadeUpFor_data()
+    {
+        QTest::addColumn<int>("standstill"); // ms
+        QTest::addColumn<int>("madeUp");     // samples, 8 a millisecond
+        QTest::newRow("short") << 100 << 800;
+        QTest::newRow("long") << 700 << 1600;
+    }
+    void drivesLongStandstillIsNotMadeUpFor()
+    {
+        QFETCH(int, standstill);
+        QFETCH(int, madeUp);
+        const auto drive = countingDrive();
+        std::atomic<bool> isStanding{false};
+        std::atomic<bool> hasStood{false};
+        drive->setFrameListener([&](const LoggedFrame &frame) {
+            if (frame.kind != FrameKind::StreamFrame || hasStood.exchange(true))
+                return;
+            isStanding = true;
+            letPass(milliseconds(standstill));
+            isStanding = false;
+        });
+        QVERIFY(drive->start());
+        TerminalClient client(drive->portName());
+        QVERIFY(client.write(startFirstItem));
+        const QList<int> last = samplesOf(client.readStreamFrame());
+        QVERIFY(becomesTrue([&] { return hasStood && !isStanding; }));
+        const TimePoint again = Clock::now();
+        const int gained = int(drive->readRegister(1500).value()) - last.last();
+        // The samples of a turn or two around it are not told apart.
+        QVERIFY2(gained >= madeUp, qPrintable(QString::number(gained)));
+        QVERIFY2(gained <= madeUp + samplesSince(again) + 400, qPrintable(QString::number(gained)));
+    }
+
+    void repeatedStartBeginsANewStreamOfTheNewChannels()
+    {
+        const auto drive = countingDrive(4);
+        drive->freeze();
+        QVERIFY(drive->start());
+        TerminalClient client(drive->portName());
+        QVERIFY(client.write(startFirstItem));
+        QVERIFY(becomesTrue([&] { return drive->isStreaming(); }));
+        drive->advance(3 * samplePeriod);
+        const int before = drive->readRegister(1500).value();
+        QVERIFY(client.write("01140000100000000000"
+                             "dc52"));
+        QVERIFY(becomesTrue([&] { return drive->counters().requests == 2; }));
+        drive->advance(4 * samplePeriod);
+        const auto hex = [](int number) { return QByteArray::number(number, 16).rightJustified(4, '0'); };
+        QCOMPARE(client.readStreamFrame(), QByteArray("0114001400001004") + hex(before + 1) +
+                                               hex(before + 2) + hex(before + 3) + hex(before + 4) +
+                                               "00000000");
     }
 
     void streamRunsAtTheSampleRate()

@@ -1,0 +1,311 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "scope/measurement.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace {
+
+constexpr const char *cursorNames[] = {"x1", "x2", "y1", "y2"};
+// The two rows above the plot in which the statistics stand.
+constexpr int firstRowTop = 5;
+constexpr int secondRowTop = 25;
+constexpr int rowHeight = 15;
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("Plotter", text);
+}
+
+void drawLine(QPainter *painter, int left, int top, int width, const QString &text)
+{
+    painter->drawText(QRect(left, top, width, rowHeight), Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip,
+                      text);
+}
+
+void preparePainter(QPainter *painter, const PlotContext &context)
+{
+    painter->setFont(context.font);
+    painter->setPen(Qt::red);
+}
+
+} // namespace
+
+void Measurement::setXOn(bool on, const PlotContext &context)
+{
+    xMeasureOn = on;
+    if (!on) {
+        xStatisticsLayer = cursors[X1].layer = cursors[X2].layer = QPixmap();
+        return;
+    }
+    placeAt(X1, PlotGeometry::margin, context);
+    placeAt(X2, context.geometry.w - 49, context);
+    statsDirty = true;
+    drawXStatistics(context);
+}
+
+void Measurement::setYOn(bool on, const PlotContext &context)
+{
+    yMeasureOn = on;
+    if (!on) {
+        yStatisticsLayer = cursors[Y1].layer = cursors[Y2].layer = QPixmap();
+        return;
+    }
+    placeAt(Y1, cursorrules::yOfFraction(0.65, context.geometry), context);
+    placeAt(Y2, cursorrules::yOfFraction(0.35, context.geometry), context);
+    drawYStatistics(context);
+}
+
+void Measurement::press(const QPoint &point, const PlotContext &context)
+{
+    const auto grab = [this](CursorIndex first, CursorIndex second, double pixel) {
+        cursors[first].isGrabbed = cursorrules::isNear(pixel, cursors[first].position);
+        cursors[second].isGrabbed =
+            !cursors[first].isGrabbed && cursorrules::isNear(pixel, cursors[second].position);
+    };
+    if (xMeasureOn && cursorrules::isInTopStrip(point, context.geometry))
+        grab(X1, X2, point.x());
+    if (yMeasureOn && cursorrules::isInLeftStrip(point, context.geometry))
+        grab(Y1, Y2, point.y());
+}
+
+bool Measurement::drag(const QPoint &point, const PlotContext &context, QVector<double> *lastValue)
+{
+    bool hasMoved = false;
+    for (int index = X1; index <= Y2; ++index) {
+        if (!cursors[static_cast<size_t>(index)].isGrabbed)
+            continue;
+        hasMoved = true;
+        if (isX(index)) {
+            placeAt(index, cursorrules::xPosition(point.x(), context.geometry), context);
+            readXValues(index, context, lastValue);
+        } else {
+            placeAt(index, cursorrules::yPosition(point.y(), context.geometry), context);
+            readYValues(index, context, lastValue);
+        }
+    }
+    if (hasMoved)
+        drawStatistics(context);
+    return hasMoved;
+}
+
+void Measurement::release(const PlotContext &context)
+{
+    if (xMeasureOn && (cursors[X1].isGrabbed || cursors[X2].isGrabbed))
+        statsDirty = true;
+    letGo();
+    drawStatistics(context);
+}
+
+void Measurement::letGo()
+{
+    for (Cursor &cursor : cursors)
+        cursor.isGrabbed = false;
+}
+
+void Measurement::placeAt(int index, double position, const PlotContext &context)
+{
+    Cursor &cursor = cursors[static_cast<size_t>(index)];
+    cursor.position = position;
+    cursor.fraction = isX(index) ? cursorrules::xFraction(position, context.geometry)
+                                 : cursorrules::yFraction(position, context.geometry);
+    drawCursor(index, context);
+}
+
+void Measurement::drawCursor(int index, const PlotContext &context)
+{
+    Cursor &cursor = cursors[static_cast<size_t>(index)];
+    cursor.layer = context.layer();
+    const QRect area = context.geometry.plotRect();
+    const int at = qRound(cursor.position);
+    const QString name = QLatin1String(cursorNames[index]);
+    QPainter painter(&cursor.layer);
+    preparePainter(&painter, context);
+    if (isX(index)) {
+        painter.drawLine(at, area.top(), at, area.bottom());
+        painter.drawText(QRect(at - 10, area.top() - 15, 20, 10), Qt::AlignCenter | Qt::TextDontClip, name);
+    } else {
+        painter.drawLine(area.left(), at, area.right(), at);
+        painter.drawText(QRect(area.left() - 15, at - 5, 20, 15),
+                         Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, name);
+    }
+}
+
+void Measurement::readXValues(int index, const PlotContext &context, QVector<double> *lastValue)
+{
+    Cursor &cursor = cursors[static_cast<size_t>(index)];
+    for (int c = 0; c < plotChannels; ++c) {
+        cursor.value[c] = context.geometry.xAt(context.settings, c, cursor.position);
+        // Deliberate: the first cursor reads visible channels only, the second one all of them.
+        if (index == X1 && !context.switches.visible.at(c))
+            continue;
+        const PointTrack &points = context.data.channelPoints[static_cast<size_t>(c)];
+        const int found = points.firstAtX(cursor.value[c]);
+        if (found >= 0)
+            (*lastValue)[c] = points.valueAt(found);
+    }
+}
+
+void Measurement::readYValues(int index, const PlotContext &context, QVector<double> *lastValue)
+{
+    Cursor &cursor = cursors[static_cast<size_t>(index)];
+    for (int c = 0; c < plotChannels; ++c) {
+        const double exact = context.geometry.yAt(context.settings, c, cursor.position);
+        const double shown = QString::number(exact, 'f', context.switches.decimals.at(c)).toDouble();
+        cursor.value[c] = shown;
+        if (!context.switches.visible.at(c) || shown < context.data.channelMin[c] ||
+            shown > context.data.channelMax[c])
+            continue;
+        if (context.data.channelPoints[static_cast<size_t>(c)].firstOfValue(shown) >= 0)
+            (*lastValue)[c] = shown;
+    }
+}
+
+void Measurement::drawStatistics(const PlotContext &context)
+{
+    if (xMeasureOn)
+        drawXStatistics(context);
+    if (yMeasureOn)
+        drawYStatistics(context);
+}
+
+void Measurement::drawXStatistics(const PlotContext &context)
+{
+    if (!context.isStopped)
+        return;
+    xStatisticsLayer = context.layer();
+    QPainter painter(&xStatisticsLayer);
+    preparePainter(&painter, context);
+    const int third = (context.geometry.w + 1) / 3;
+    drawLine(&painter, 1, firstRowTop, 100, tr("Min:"));
+    drawLine(&painter, 1, secondRowTop, 100, tr("Max:"));
+    drawLine(&painter, third + 1, firstRowTop, 100, tr("Ave:"));
+    drawLine(&painter, third + 1, secondRowTop, 100, tr("∆X:"));
+    Cursor &x1 = cursors[X1];
+    Cursor &x2 = cursors[X2];
+    for (int c = 0; c < plotChannels; ++c) {
+        x1.value[c] = context.geometry.xAt(context.settings, c, x1.position);
+        x2.value[c] = context.geometry.xAt(context.settings, c, x2.position);
+        if (!context.switches.visible.at(c))
+            continue;
+        const auto channel = static_cast<size_t>(c);
+        if (statsDirty)
+            cursorrules::computeStatistics(context.data.channelPoints[channel], x1.value[c], x2.value[c],
+                                           &stats[channel]);
+        const int decimals = context.switches.decimals.at(c);
+        const int left = cursorrules::columnLeft(c, 0, context.geometry);
+        const double width =
+            cursorrules::deltaX(x1.position, x2.position, context.settings, c, context.geometry);
+        painter.setPen(context.colors.at(c));
+        drawLine(&painter, left, firstRowTop, 99,
+                 cursorrules::statisticText(c, stats[channel].min, decimals));
+        drawLine(&painter, left, secondRowTop, 99,
+                 cursorrules::statisticText(c, stats[channel].max, decimals));
+        drawLine(&painter, left + third, firstRowTop, 99,
+                 cursorrules::statisticText(c, stats[channel].average, decimals));
+        drawLine(&painter, left + third, secondRowTop, 99, cursorrules::statisticText(c, width, 1));
+    }
+    statsDirty = false;
+}
+
+void Measurement::drawYStatistics(const PlotContext &context)
+{
+    if (!context.isStopped)
+        return;
+    yStatisticsLayer = context.layer();
+    QPainter painter(&yStatisticsLayer);
+    preparePainter(&painter, context);
+    drawLine(&painter, (2 * context.geometry.w + 2) / 3 + 1, firstRowTop, 100, tr("∆Y:"));
+    Cursor &y1 = cursors[Y1];
+    Cursor &y2 = cursors[Y2];
+    for (int c = 0; c < plotChannels; ++c) {
+        if (!context.switches.visible.at(c))
+            continue;
+        y1.value[c] = context.geometry.yAt(context.settings, c, y1.position);
+        y2.value[c] = context.geometry.yAt(context.settings, c, y2.position);
+        const double height =
+            cursorrules::deltaY(y1.position, y2.position, context.settings, c, context.geometry);
+        painter.setPen(context.colors.at(c));
+        drawLine(&painter, cursorrules::columnLeft(c, 2, context.geometry), firstRowTop, 99,
+                 cursorrules::statisticText(c, height, 2));
+    }
+}
+
+QVector<double> Measurement::samplesBetween(int channel, const PlotContext &context) const
+{
+    const PointTrack &points = context.data.channelPoints[static_cast<size_t>(channel)];
+    QVector<double> samples;
+    const QVector<PointTrack::Range> ranges =
+        points.between(context.geometry.xAt(context.settings, channel, cursors[X1].position),
+                       context.geometry.xAt(context.settings, channel, cursors[X2].position));
+    for (const PointTrack::Range &range : ranges) {
+        samples.reserve(samples.size() + range.count);
+        points.visit(range, [&samples](const double *values, int count) {
+            std::copy_if(values, values + count, std::back_inserter(samples),
+                         [](double y) { return std::isfinite(y); });
+        });
+    }
+    return samples;
+}
+
+void Measurement::resize(const PlotContext &context)
+{
+    clearLayers();
+    for (int index = X1; index <= Y2; ++index) {
+        if (!(isX(index) ? xMeasureOn : yMeasureOn))
+            continue;
+        Cursor &cursor = cursors[static_cast<size_t>(index)];
+        cursor.position = isX(index) ? cursorrules::xOfFraction(cursor.fraction, context.geometry)
+                                     : cursorrules::yOfFraction(cursor.fraction, context.geometry);
+        drawCursor(index, context);
+    }
+}
+
+void Measurement::clearLayers()
+{
+    xStatisticsLayer = yStatisticsLayer = tagLayer = QPixmap();
+    for (Cursor &cursor : cursors)
+        cursor.layer = QPixmap();
+}
+
+void Measurement::showTag(const QPoint &point, const PlotContext &context)
+{
+    tagLayer = context.layer();
+    QPainter painter(&tagLayer);
+    preparePainter(&painter, context);
+    const QRect area = context.geometry.plotRect();
+    painter.drawLine(point.x(), area.top(), point.x(), area.bottom());
+    const QPoint corner = cursorrules::tagPosition(point, context.geometry);
+    for (int c = 0; c < plotChannels; ++c) {
+        const PointTrack &points = context.data.channelPoints[static_cast<size_t>(c)];
+        const double x = context.geometry.xAt(context.settings, c, point.x());
+        const int found = points.firstAtX(x);
+        if (found >= 0)
+            tagValue[c] = points.valueAt(found);
+        if (!context.switches.visible.at(c))
+            continue;
+        const QRect box(corner + QPoint(5, 20 * c), QSize(249, 14));
+        painter.setPen(Qt::darkCyan);
+        painter.setBrush(QColor(80, 80, 80, 255));
+        painter.drawRect(box);
+        painter.setPen(context.colors.at(c));
+        painter.drawText(box, Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip,
+                         cursorrules::tagText(c, x, tagValue[c], context.switches.decimals.at(c)));
+    }
+}
+
+void Measurement::paint(QPainter *painter) const
+{
+    const auto paintLayer = [painter](const QPixmap &layer) {
+        if (!layer.isNull())
+            painter->drawPixmap(0, 0, layer);
+    };
+    paintLayer(xStatisticsLayer);
+    paintLayer(yStatisticsLayer);
+    for (const Cursor &cursor : cursors)
+        paintLayer(cursor.layer);
+    paintLayer(tagLayer);
+}
