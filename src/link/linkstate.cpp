@@ -17,3 +17,8 @@ bool isScopeStreamRunning()
 {
     return SerialPort::scopeRunning;
 }
+
+int linkRepeats()
+{
+    return SerialPort::repeatCount;
+}

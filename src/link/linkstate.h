@@ -10,3 +10,7 @@ bool isLinkReconnecting();
 
 // A capture of the scope runs: every chunk of its stream counts as an answer.
 bool isScopeStreamRunning();
+
+// How often the link has written a request again. A repeated request may be answered twice, and the second
+// answer be taken for that of the next request.
+int linkRepeats();

@@ -182,6 +182,8 @@ void SerialPort::Loop::writeCurrent()
         drainInput();
     if (link.stopRequested || !isLineSilent())
         return;
+    if (wasWritten)
+        ++repeatCount;
     device.write(currentFrame);
     wasWritten = true;
     if (!isScopeFrame(currentFrame))

@@ -24,6 +24,7 @@ std::atomic<bool> SerialPort::portOpened{false};
 std::atomic<bool> SerialPort::scopeRunning{false};
 std::atomic<bool> SerialPort::reconnecting{false};
 std::atomic<int> SerialPort::scopeFrameCount{0};
+std::atomic<int> SerialPort::repeatCount{0};
 
 SerialPort::SerialPort(QObject *parent)
     : QThread(parent)

@@ -37,6 +37,7 @@ public:
     static std::atomic<bool> scopeRunning;   // the scope is acquiring
     static std::atomic<bool> reconnecting;   // a failure was told, and reconnection runs without a word
     static std::atomic<int> scopeFrameCount; // stream frames seen; nothing reads it
+    static std::atomic<int> repeatCount;     // requests written again, since the start of the process
 
 signals:
     void handleBaseParameter(QByteArray data);

@@ -179,6 +179,11 @@ void MainWindow::on_actionParameter_Editor_triggered()
     openWorkingWindow(workingwindow::parameterEditor);
 }
 
+void MainWindow::on_actionTrial_run_triggered()
+{
+    openWorkingWindow(workingwindow::trialRun);
+}
+
 void MainWindow::on_actionGain_Tuning_triggered()
 {
     openWorkingWindow(workingwindow::gainTuning);

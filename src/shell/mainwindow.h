@@ -60,6 +60,7 @@ public slots:
     void on_actionParameter_Editor_triggered();
     void on_actionParameter_Monitor_triggered();
     void on_actionStatus_Monitor_triggered();
+    void on_actionTrial_run_triggered();
     void on_actionGain_Tuning_triggered();
     void on_actionData_Scope_triggered();
     void on_actionScope_triggered();

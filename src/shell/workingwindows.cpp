@@ -7,6 +7,7 @@
 #include "parameter/parametereditor.h"
 #include "scope/scope.h"
 #include "shell/mainwindow.h"
+#include "trialrun/trialrun.h"
 
 #include <QComboBox>
 #include <QMdiArea>
@@ -50,6 +51,21 @@ void connectEditor(QWidget *widget, SerialPort *link, MainWindow *shell)
             editor->doPrintPreviewSlot();
     });
     shell->showPrintAct();
+}
+
+QSize trialRunSize(const QSize &)
+{
+    return {980, 650};
+}
+
+void connectTrialRun(QWidget *widget, SerialPort *link, MainWindow *shell)
+{
+    auto *const trialRun = static_cast<TrialRun *>(widget);
+    connectRequests(trialRun, link, shell);
+    QObject::connect(link, &SerialPort::handleTrialRun, trialRun, &TrialRun::handleTrialRun);
+    QObject::connect(link, &QThread::finished, trialRun, &TrialRun::linkEnded);
+    QObject::connect(trialRun, &TrialRun::withdrawRequests, link, &SerialPort::withdraw);
+    QObject::connect(trialRun, &TrialRun::closeTrialRunWindow, shell, &MainWindow::closeTrialRunWindow);
 }
 
 QSize gainTuningSize(const QSize &area)
@@ -104,11 +120,12 @@ void connectScope(QWidget *widget, SerialPort *link, MainWindow *shell)
     QObject::connect(link, &SerialPort::stopscope, scope, &Scope::runActSlot);
 }
 
-const std::array<WorkingWindow, 4> windows{{
+const std::array<WorkingWindow, 5> windows{{
     {workingwindow::parameterEditor, ":/pic/pic/Parameter.png", editorSize, make<ParameterEditor>,
      connectEditor},
     {workingwindow::gainTuning, ":/pic/pic/gain.png", gainTuningSize, make<GainTuning>, connectGainTuning},
     {workingwindow::monitor, ":/pic/pic/StatusMonitor.png", monitorSize, makeMonitor, connectMonitor},
+    {workingwindow::trialRun, ":/pic/pic/trialrun.png", trialRunSize, make<TrialRun>, connectTrialRun},
     {workingwindow::scope, ":/pic/pic/scope.png", scopeSize, make<Scope>, connectScope},
 }};
 

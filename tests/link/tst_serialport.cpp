@@ -137,6 +137,7 @@ void SerialPortTest::frameIsWrittenAgainUntilItIsAnswered()
             return QByteArray();
         return replyOf(request);
     });
+    const int repeatsBefore = SerialPort::repeatCount;
     SerialPort port;
     const Deliveries deliveries(port);
     port.getPortName(peer.entry(), rs485);
@@ -145,6 +146,7 @@ void SerialPortTest::frameIsWrittenAgainUntilItIsAnswered()
     QTRY_COMPARE(deliveries.list, QStringList(delivery("editor", replyOf(readA))));
     QCOMPARE(peer.framesOnce(), QList<QByteArray>({probe, readA}));
     QVERIFY(peer.frames().count(readA) >= 5);
+    QCOMPARE(SerialPort::repeatCount - repeatsBefore, peer.frames().size() - peer.framesOnce().size());
     // Each repetition comes a full wait after the one before.
     const std::vector<PtyPeer::Request> requests = peer.requests();
     for (std::size_t i = 1; i < requests.size(); ++i) {

@@ -65,6 +65,9 @@ QByteArray RegisterPeer::usualReply(const QByteArray &request)
         }
         return wire::readReply(data);
     }
+    constexpr int writeFrameLength = 9; // of a write of several registers, without the data
+    if (request.at(1) == 0x10 && request.size() != writeFrameLength + 2 * word(request, 4))
+        return wire::frame("019003");
     if (address >= storedBase)
         address += workingBase - storedBase;
     if (request.at(1) == 0x06) {

@@ -1,0 +1,158 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "trialrun/trialexchange.h"
+
+#include "link/functioncodes.h"
+#include "link/linkstate.h"
+#include "link/replies.h"
+#include "link/requests.h"
+#include "trialrun/trialframes.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int repeatInterval = 100; // ms
+constexpr int repeatLimit = 20;
+constexpr int doubtTime = 200;  // ms after which no second answer to a repeated request comes any more
+constexpr int strayTime = 1000; // ms
+constexpr int functionMask = 0x7F;
+
+} // namespace
+
+TrialExchange::TrialExchange(QObject *parent)
+    : QObject(parent)
+    , knownRepeats(linkRepeats())
+{
+    repeatTimer.setInterval(repeatInterval);
+    connect(&repeatTimer, &QTimer::timeout, this, &TrialExchange::repeat);
+}
+
+void TrialExchange::send(const QByteArray &frame, Kind kind)
+{
+    post(frame, kind, ++lastId);
+}
+
+void TrialExchange::sendSurely(const QByteArray &frame, Kind kind)
+{
+    const int id = ++lastId;
+    if (isScopeStreamRunning()) {
+        repeated = {frame, kind, id};
+        repeatsLeft = repeatLimit;
+        repeatTimer.start();
+    }
+    post(frame, kind, id);
+}
+
+void TrialExchange::post(const QByteArray &frame, Kind kind, int id)
+{
+    isDoubtful(); // looks at the link's repeats
+    notePanel(frame);
+    outstanding.append({frame, kind, id});
+    emit frameReady(frame);
+}
+
+void TrialExchange::notePanel(const QByteArray &frame)
+{
+    int value = 0;
+    if (!isPanelFrame(frame, &value))
+        return;
+    panelOn = value != trialpanel::off;
+    if (panelOn)
+        unconfirmedPress = frame;
+    else
+        unconfirmedPress.clear();
+}
+
+void TrialExchange::repeat()
+{
+    if (repeatsLeft-- <= 0) {
+        repeatTimer.stop();
+        return;
+    }
+    // The link takes over once the capture has ended: this one is repeated there.
+    if (!isScopeStreamRunning())
+        repeatTimer.stop();
+    emit frameReady(repeated.frame);
+}
+
+std::optional<TrialExchange::Request> TrialExchange::take(const QByteArray &reply)
+{
+    // The drive echoes a write of one register as it is, so that nothing else has this answer.
+    if (reply == unconfirmedPress)
+        unconfirmedPress.clear();
+    if (outstanding.isEmpty())
+        return {};
+    const auto found = std::find_if(outstanding.begin(), outstanding.end(),
+                                    [&reply](const Request &request) { return fits(request.frame, reply); });
+    if (found == outstanding.end() && (repeatTimer.isActive() || isStray()))
+        return {};
+    const int place = found == outstanding.end() ? 0 : int(found - outstanding.begin());
+    const Request answered = outstanding.at(place);
+    outstanding.erase(outstanding.begin(), outstanding.begin() + place + 1);
+    if (repeatTimer.isActive() && answered.id >= repeated.id)
+        repeatTimer.stop();
+    return answered;
+}
+
+bool TrialExchange::isStray()
+{
+    if (strays == 0 || sinceWithdrawal.hasExpired(strayTime))
+        return false;
+    --strays;
+    return true;
+}
+
+QList<TrialExchange::Request> TrialExchange::withdraw()
+{
+    QList<Request> unanswered;
+    QList<Request> looks;
+    for (const Request &request : qAsConst(outstanding))
+        (request.kind == Kind::Position ? looks : unanswered).append(request);
+    outstanding = looks;
+    strays = unanswered.size();
+    sinceWithdrawal.start();
+    repeatTimer.stop();
+    unconfirmedPress.clear();
+    emit withdrawNeeded();
+    return unanswered;
+}
+
+void TrialExchange::forget()
+{
+    outstanding.clear();
+    strays = 0;
+    repeatTimer.stop();
+    unconfirmedPress.clear();
+}
+
+void TrialExchange::forget(Kind kind)
+{
+    const auto isOfKind = [kind](const Request &request) { return request.kind == kind; };
+    outstanding.erase(std::remove_if(outstanding.begin(), outstanding.end(), isOfKind), outstanding.end());
+}
+
+bool TrialExchange::isOutstanding(Kind kind) const
+{
+    return std::any_of(outstanding.begin(), outstanding.end(),
+                       [kind](const Request &request) { return request.kind == kind; });
+}
+
+bool TrialExchange::isDoubtful()
+{
+    if (linkRepeats() != knownRepeats) {
+        knownRepeats = linkRepeats();
+        sinceRepeat.start();
+    }
+    return isScopeStreamRunning() || (sinceRepeat.isValid() && !sinceRepeat.hasExpired(doubtTime));
+}
+
+bool TrialExchange::fits(const QByteArray &request, const QByteArray &reply)
+{
+    if (request.size() < 6 || reply.size() < 2 || ((request.at(1) ^ reply.at(1)) & functionMask) != 0)
+        return false;
+    if (isExceptionReply(reply))
+        return true;
+    if (isReadReply(reply))
+        return isReadReplyOf(reply, int(unsignedNumber(request.mid(4, 2))));
+    return reply.mid(2, 2) == request.mid(2, 2);
+}

@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The trial run: takes the drive over, lets the user run the motor by JOG and between two positions, and
+// gives the drive back as it was. The one window that moves a motor: what is held is held by the hand.
+// Main thread; owned by its MDI sub-window, deletes itself on close.
+#pragma once
+
+#include "trialrun/trialstage.h"
+
+#include <QByteArray>
+#include <QScrollArea>
+
+class HoldButton;
+class QTableWidgetItem;
+class TrialRunPage;
+class TrialSequence;
+class TrialTable;
+
+class TrialRun : public QScrollArea
+{
+    Q_OBJECT
+
+public:
+    explicit TrialRun(QWidget *parent = nullptr);
+
+    static QString title();
+
+    // Tells a cell that is no number of the range's kind, and is false then.
+    bool checkCellInput(const QString &rangeText, const QString &cellText);
+
+signals:
+    void writeToSerialPort(QByteArray data, QString windowName = "");
+    // What this window has queued and the link has not sent must not be sent any more.
+    void withdrawRequests(QString windowName);
+    void closeTrialRunWindow();
+    void windowStateChanged(QString windowTitle);
+
+public slots:
+    void handleTrialRun(QByteArray b);
+    // The link's worker has ended.
+    void linkEnded();
+    void saveInitValue();
+    void initWrite();
+    void nextStepSlt();
+    void previousStepSlt();
+    void jogTableWidgetCellClicked(int row, int column);
+    void operationTableWidgetCellClicked(int row, int column);
+    void buttonReleasedSlt();
+
+    void servoOnSlt();
+    void servoOFFSlt();
+    void jogforewardPressedSlt();
+    void jogforewardReleasedSlt();
+    void jogrollbackPressedSlt();
+    void jogrollbackReleasedSlt();
+    void readJogValues();
+    void readAbsolutePosition();
+    void jogitemChanged(QTableWidgetItem *item);
+
+    void singleBtnToggledSlt(bool checked);
+    void continuousBtnToggledSlt(bool checked);
+    void positionforewardPressedSlt();
+    void positionforewardReleasedSlt();
+    void positionrollbackPressedSlt();
+    void positionrollbackReleasedSlt();
+    void positionPauseBtnSlt();
+    void positionItemChanged(QTableWidgetItem *item);
+
+protected:
+    void changeEvent(QEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void connectSequence();
+    void connectPage();
+    void takeValue(TrialStage readIn, int address, const QByteArray &bytes);
+    void takePosition(const QByteArray &bytes);
+    void jogTableStands();
+    void showServoOff();
+    void showMotionEnded();
+    void endHolds();
+    void jogPressed(int panelValue);
+    void jogReleased();
+    bool movePressed(TrialStage stage);
+    bool moveReleased();
+    bool checkCell(TrialTable *table, const QTableWidgetItem *item);
+    void writeOnceCell(int row, const QString &text);
+    void writeContinuousCell(int row, const QString &text);
+    void finishClosing(bool failed);
+
+    TrialSequence *sequence = nullptr;
+    TrialRunPage *page = nullptr;
+    bool servoIsOn = false; // the last servo command sent was ON
+    bool jogTableKnown = false;
+    bool tableUnread = true; // the position table has no drive values yet
+    bool pressRefused = false;
+    int movingDistance = 0;  // PUU, with the sign of the last direction
+    int waitTime = 0;        // ms
+    int forwardLimit = 0;    // PUU, the furthest points seen
+    int rollbackLimit = 0;   // PUU
+    int currentPosition = 0; // PUU
+    bool isClosing = false;
+};

@@ -1,0 +1,463 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "trialrun/trialsequence.h"
+
+#include "link/linkstate.h"
+#include "link/replies.h"
+#include "link/requests.h"
+
+#include <QThread>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int saveInterval = 100;      // ms
+constexpr int calmTime = 250;          // ms, longer than a reply stays doubtful
+constexpr int positionTimeLimit = 300; // ms
+constexpr int restoreTime = 4000;      // ms
+constexpr int servoOffTime = 50;       // ms that the drive gets for the control panel before anything else
+constexpr int jogReadDelay = 10;       // ms
+constexpr int doubtLimit = 3;
+constexpr int refusalLimit = 10;
+
+bool isRead(const QByteArray &frame)
+{
+    return isReadReply(frame);
+}
+
+} // namespace
+
+TrialSequence::TrialSequence(QObject *parent)
+    : QObject(parent)
+{
+    connect(&exchange, &TrialExchange::frameReady, this, &TrialSequence::frameReady);
+    connect(&exchange, &TrialExchange::withdrawNeeded, this, &TrialSequence::withdrawNeeded);
+    saveTimer.setInterval(saveInterval);
+    connect(&saveTimer, &QTimer::timeout, this, &TrialSequence::saveInitValue);
+    calmTimer.setInterval(calmTime);
+    calmTimer.setSingleShot(true);
+    connect(&calmTimer, &QTimer::timeout, this, [this] {
+        if (currentStage == TrialStage::Saving && frameQueue.isEmpty())
+            start();
+        else
+            sendHeadFrame(true);
+    });
+    positionTimer.setInterval(positionTimeLimit);
+    positionTimer.setSingleShot(true);
+    connect(&positionTimer, &QTimer::timeout, this, &TrialSequence::positionTimeout);
+    restoreTimer.setInterval(restoreTime);
+    restoreTimer.setSingleShot(true);
+    restoreTimer.setTimerType(Qt::PreciseTimer);
+    connect(&restoreTimer, &QTimer::timeout, this, &TrialSequence::giveUpRestore);
+}
+
+void TrialSequence::start()
+{
+    saveTimer.start();
+}
+
+void TrialSequence::saveInitValue()
+{
+    if (!isLinkOpen() || isRestoring())
+        return;
+    saveTimer.stop();
+    restoreFrames.clear();
+    startAnew(TrialStage::Saving, savedReads());
+}
+
+void TrialSequence::initWrite()
+{
+    startAnew(TrialStage::SettingUp, setUpFrames());
+}
+
+void TrialSequence::readJogValues()
+{
+    startAnew(TrialStage::ReadingJog, jogReads());
+}
+
+void TrialSequence::readAbsolutePosition()
+{
+    if (isRestoring())
+        return;
+    currentStage = TrialStage::Polling;
+    if (exchange.isOutstanding(TrialExchange::Kind::Position))
+        return;
+    positionTimer.start();
+    ++looksAsked;
+    exchange.send(positionRead(), TrialExchange::Kind::Position);
+}
+
+void TrialSequence::continueWith(TrialStage stage, const TrialFrames &frames)
+{
+    if (isRestoring())
+        return;
+    currentStage = stage;
+    append(stage, frames);
+    sendHeadFrame();
+}
+
+void TrialSequence::startAnew(TrialStage stage, const TrialFrames &frames)
+{
+    if (isRestoring())
+        return;
+    clearQueue();
+    continueWith(stage, frames);
+}
+
+void TrialSequence::readTable(TrialStage stage, const TrialFrames &frames)
+{
+    if (isRestoring())
+        return;
+    drop([](const QueuedFrame &queued) { return trialStageRule(queued.stage).fills; });
+    continueWith(stage, frames);
+}
+
+void TrialSequence::writeNow(const QByteArray &frame)
+{
+    if (!isRestoring() && !frame.isEmpty())
+        exchange.send(frame, TrialExchange::Kind::Write);
+}
+
+void TrialSequence::press(TrialStage stage, int panelValue)
+{
+    if (isRestoring())
+        return;
+    currentStage = stage;
+    exchange.send(panelFrame(panelValue), TrialExchange::Kind::Panel);
+    pressedInVain();
+}
+
+void TrialSequence::pressMove(TrialStage stage, int distance)
+{
+    if (isRestoring())
+        return;
+    currentStage = stage;
+    append(stage, {distanceFrame(distance), panelFrame(trialpanel::startMove)}, true);
+    sendHeadFrame();
+    pressedInVain();
+}
+
+// Without a link the press would wait in the queue for a drive that comes back when nobody thinks of it.
+void TrialSequence::pressedInVain()
+{
+    if (isLinkOpen() || !isSaved())
+        return;
+    QTimer::singleShot(0, this, [this] {
+        if (!isLinkOpen())
+            emit linkMissed();
+    });
+}
+
+void TrialSequence::settle(TrialStage stage, int panelValue)
+{
+    if (isRestoring())
+        return;
+    currentStage = stage;
+    dropHeld();
+    // Looks at the position that pile up on a disturbed line must not hold this up either.
+    if (exchange.hasUnconfirmedPress() || looksAsked > 1)
+        takeBack();
+    exchange.sendSurely(panelFrame(panelValue), TrialExchange::Kind::Panel);
+    sendHeadFrame();
+}
+
+// What was taken back goes out again in its order, but for values of the control panel: the one that follows
+// every withdrawal stands in for them. A look at the position is asked for again by its time-out.
+void TrialSequence::takeBack()
+{
+    const QList<TrialExchange::Request> unanswered = exchange.withdraw();
+    for (const TrialExchange::Request &request : unanswered) {
+        if (request.kind == TrialExchange::Kind::Write) {
+            exchange.send(request.frame, TrialExchange::Kind::Write);
+        } else if (request.kind == TrialExchange::Kind::Sequence && request.id == headId) {
+            headId = -1;
+            sendHeadFrame();
+        }
+    }
+}
+
+void TrialSequence::drop(const std::function<bool(const QueuedFrame &)> &unwanted)
+{
+    if (frameQueue.isEmpty())
+        return;
+    if (unwanted(frameQueue.first())) {
+        headId = -1;
+        headTries = 0;
+        calmTimer.stop();
+    }
+    frameQueue.erase(std::remove_if(frameQueue.begin(), frameQueue.end(), unwanted), frameQueue.end());
+}
+
+void TrialSequence::dropHeld()
+{
+    drop([](const QueuedFrame &queued) { return queued.isHeld; });
+}
+
+void TrialSequence::setPolling(bool allowed)
+{
+    if (isRestoring())
+        return;
+    positionPolling = allowed;
+    if (allowed)
+        return;
+    positionTimer.stop();
+    looksAsked = 0;
+}
+
+void TrialSequence::setStage(TrialStage newStage)
+{
+    if (!isRestoring())
+        currentStage = newStage;
+}
+
+bool TrialSequence::isReadingTable() const
+{
+    return std::any_of(frameQueue.begin(), frameQueue.end(),
+                       [](const QueuedFrame &queued) { return trialStageRule(queued.stage).fills; });
+}
+
+void TrialSequence::append(TrialStage stage, const TrialFrames &frames, bool isHeld)
+{
+    for (const QByteArray &frame : frames)
+        frameQueue.append({frame, stage, false, isHeld});
+    if (!frames.isEmpty())
+        frameQueue.last().isLast = true;
+}
+
+void TrialSequence::clearQueue()
+{
+    frameQueue.clear();
+    calmTimer.stop();
+    headId = -1;
+    headTries = 0;
+}
+
+void TrialSequence::sendHeadFrame(bool isCalm)
+{
+    if (frameQueue.isEmpty()) {
+        if (isRestoring())
+            finishRestore();
+        return;
+    }
+    if (headId >= 0 || calmTimer.isActive())
+        return;
+    const QueuedFrame head = frameQueue.first();
+    if (isRead(head.frame) && !isCalm && exchange.isDoubtful() && !isScopeStreamRunning()) {
+        calmTimer.start();
+        return;
+    }
+    currentAddress = head.frame.mid(2, 2);
+    const bool mustArrive = isRestoring() || head.frame == panelFrame(trialpanel::off);
+    headId = exchange.nextId();
+    if (mustArrive)
+        exchange.sendSurely(head.frame, TrialExchange::Kind::Sequence);
+    else
+        exchange.send(head.frame, TrialExchange::Kind::Sequence);
+    // The servo goes off before anything else changes.
+    if (!frameQueue.isEmpty() && isRestoring() && currentAddress.toHex().toUpper() == "20CA")
+        QThread::msleep(servoOffTime);
+}
+
+void TrialSequence::handleReply(const QByteArray &reply)
+{
+    const auto answered = exchange.take(reply);
+    if (!answered)
+        return;
+    if (answered->kind == TrialExchange::Kind::Position) {
+        if (currentStage == TrialStage::Polling && positionPolling && isReadReplyOf(reply, 2)) {
+            looksAsked = 0;
+            emit positionTold(payloadFromFront(reply));
+            readAbsolutePosition();
+        }
+    } else if (answered->kind == TrialExchange::Kind::Sequence && answered->id == headId) {
+        takeHead(reply);
+    }
+}
+
+void TrialSequence::takeHead(const QByteArray &reply)
+{
+    headId = -1;
+    const QueuedFrame head = frameQueue.first();
+    if (mustAskAgain(head, reply)) {
+        sendHeadFrame();
+        return;
+    }
+    const TrialStageRule &rule = trialStageRule(head.stage);
+    if (rule.saves && !captureInitValue(reply)) {
+        startSavingAnew();
+        return;
+    }
+    if (rule.fills && isRead(head.frame) && isReadReplyOf(reply, int(unsignedNumber(head.frame.mid(4, 2)))))
+        emit valueRead(head.stage, addressOfRequest(head.frame), payloadFromFront(reply));
+    if (isRestoring() && addressOfRequest(head.frame) == trialregister::panel)
+        exchange.panelRestored();
+    headTries = 0;
+    frameQueue.removeFirst();
+    sendHeadFrame();
+    if (head.isLast)
+        endBatch(head.stage);
+}
+
+// A request that the link has repeated may be answered twice, and then every answer behind it belongs to the
+// request before. A read is asked again when the line is calm; a write unless its answer names it. A
+// restoring write is tried again when the drive refuses it, as a motor that still turns may make it do.
+bool TrialSequence::mustAskAgain(const QueuedFrame &head, const QByteArray &reply)
+{
+    if (isRestoring() && isExceptionReply(reply)) {
+        if (++headTries <= refusalLimit)
+            return true;
+        ++refused;
+        return false;
+    }
+    if (!exchange.isDoubtful() || isScopeStreamRunning() || ++headTries > doubtLimit)
+        return false;
+    if (!isRead(head.frame) && TrialExchange::fits(head.frame, reply))
+        return false;
+    calmTimer.start();
+    return true;
+}
+
+bool TrialSequence::captureInitValue(const QByteArray &reply)
+{
+    const QByteArray request = frameQueue.first().frame;
+    if (!isReadReplyOf(reply, int(unsignedNumber(request.mid(4, 2)))))
+        return false;
+    const QByteArray data = payloadFromFront(reply);
+    const int address = addressOfRequest(request);
+    emit valueRead(TrialStage::Saving, address, data);
+    restoreFrames.append(restoringFrame(address, data));
+    return true;
+}
+
+// Whose answer that was can't be told, nor whose the answers before it were.
+void TrialSequence::startSavingAnew()
+{
+    clearQueue();
+    restoreFrames.clear();
+    saveTimer.stop();
+    calmTimer.start();
+}
+
+void TrialSequence::endBatch(TrialStage batch)
+{
+    switch (trialStageRule(batch).end) {
+    case TrialEnd::Nothing:
+        return;
+    case TrialEnd::SetUp:
+        initWrite();
+        return;
+    case TrialEnd::ReadJog:
+        if (currentStage != batch)
+            return;
+        currentStage = TrialStage::Idle;
+        QTimer::singleShot(jogReadDelay, this, [this] {
+            if (currentStage == TrialStage::Idle && frameQueue.isEmpty())
+                readJogValues();
+        });
+        return;
+    case TrialEnd::JogRead:
+    case TrialEnd::TableRead:
+    case TrialEnd::Mirror:
+        if (currentStage == batch)
+            currentStage = TrialStage::Idle;
+        if (batch == TrialStage::ReadingJog)
+            emit jogTableRead();
+        else if (batch == TrialStage::ReadingContinuous)
+            emit continuousTableRead();
+        return;
+    }
+}
+
+void TrialSequence::positionTimeout()
+{
+    if (currentStage != TrialStage::Polling || !positionPolling)
+        return;
+    exchange.forget(TrialExchange::Kind::Position);
+    readAbsolutePosition();
+}
+
+void TrialSequence::linkEnded()
+{
+    const QList<TrialExchange::Request> unanswered = exchange.withdraw();
+    exchange.forget();
+    headId = -1;
+    if (currentStage == TrialStage::Saving) {
+        startSavingAnew();
+        return;
+    }
+    if (isRestoring()) {
+        sendHeadFrame();
+        return;
+    }
+    drop([](const QueuedFrame &queued) { return queued.isHeld || isAddressless(queued.frame); });
+    for (const TrialExchange::Request &request : unanswered) {
+        if (request.kind == TrialExchange::Kind::Write)
+            exchange.send(request.frame, TrialExchange::Kind::Write);
+    }
+    if (!exchange.isPanelOn())
+        return;
+    // A motor that ran when the line broke is stopped by the first request that gets through.
+    setPolling(false);
+    currentStage = TrialStage::ServoOff;
+    exchange.send(panelFrame(trialpanel::off), TrialExchange::Kind::Panel);
+    emit motionEnded();
+}
+
+TrialSequence::Closing TrialSequence::requestClose()
+{
+    if (!isLinkOpen()) {
+        leaveSilently();
+        return Closing::Now;
+    }
+    const bool pending = !frameQueue.isEmpty();
+    if (pending && !restoreTimer.isActive() && !restoreDone)
+        restoreTimer.start();
+    if (restoreDone)
+        return Closing::Now;
+    if (isRestoring())
+        return Closing::WhenRestored;
+    saveTimer.stop();
+    setPolling(false);
+    clearQueue();
+    currentStage = TrialStage::Restoring;
+    append(TrialStage::Restoring, restoringOrder(restoreFrames));
+    if (frameQueue.isEmpty()) {
+        restoreTimer.stop();
+        return Closing::Now;
+    }
+    sendHeadFrame();
+    return Closing::WhenRestored;
+}
+
+// There is nobody to restore to, and nothing of this window must reach the drive behind its back later; all
+// but a control panel of zero, which stops the motor.
+void TrialSequence::leaveSilently()
+{
+    exchange.withdraw();
+    exchange.forget();
+    clearQueue();
+    saveTimer.stop();
+    restoreTimer.stop();
+    setPolling(false);
+    if (exchange.isPanelOn())
+        exchange.send(panelFrame(trialpanel::off), TrialExchange::Kind::Panel);
+}
+
+void TrialSequence::finishRestore()
+{
+    restoreTimer.stop();
+    restoreDone = true;
+    if (refused > 0)
+        emit restoreFailed();
+    else
+        emit restored();
+}
+
+void TrialSequence::giveUpRestore()
+{
+    if (frameQueue.isEmpty())
+        return;
+    leaveSilently();
+    restoreDone = true;
+    emit restoreFailed();
+}

@@ -1,0 +1,404 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Steps one and two: servo, direction buttons, the position and its limits, the JOG table.
+#include "support/modalanswers.h"
+#include "trialbench.h"
+#include "trialrun/holdbutton.h"
+#include "widgets/indicationlable.h"
+
+#include <QGroupBox>
+
+class TrialRunJogTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void servoOnSendsAndLooksAtThePosition();
+    void servoOffEndsThePolling();
+    void pollGoesOnFromReplyToReply();
+    void oneLookIsOutstandingAtMost();
+    void lostLookIsAskedAgain();
+    void limitsGrowApart_data();
+    void limitsGrowApart();
+    void spanLagsOneReplyBehind();
+    void heldButtonMovesAndStops_data();
+    void heldButtonMovesAndStops();
+    void releaseIsSentOnceHoweverTheHoldEnds_data();
+    void releaseIsSentOnceHoweverTheHoldEnds();
+    void quickReleaseTakesTheUnsentPressBack();
+    void withdrawalRepeatsTheCellThatItTakesAlong();
+    void releaseOfAnEchoedPressWithdrawsNothing();
+    void releaseDoesNotWaitBehindLooks();
+    void servoOffWhileHeldEndsWithZero();
+    void typedCellIsWritten_data();
+    void typedCellIsWritten();
+    void wrongCellIsToldAndBlanked_data();
+    void wrongCellIsToldAndBlanked();
+    void onlyTheValueColumnIsEdited();
+    void captureMakesTheWindowRepeatItself_data();
+    void captureMakesTheWindowRepeatItself();
+    void repeatingEndsAfterTwentyTimes();
+
+private:
+    static void servoOn(TrialBench &bench);
+    // Answers the look that is outstanding.
+    static void tellPosition(TrialBench &bench, const char *hex);
+};
+
+void TrialRunJogTest::servoOn(TrialBench &bench)
+{
+    bench.peer.held = true;
+    TrialRunDriver::click(bench.drive().servoOn());
+    bench.window->handleTrialRun(panel("0001"));
+}
+
+void TrialRunJogTest::tellPosition(TrialBench &bench, const char *hex)
+{
+    bench.window->handleTrialRun(wire::readReply(wire::bytes(hex)));
+}
+
+void TrialRunJogTest::servoOnSendsAndLooksAtThePosition()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    servoOn(bench);
+    QCOMPARE(bench.peer.frames, (QList<QByteArray>{panel("0001"), positionLook}));
+    QVERIFY(!drive.servoOn()->isEnabled());
+    QVERIFY(drive.servoOff()->isEnabled());
+    QVERIFY(drive.jogForward()->isEnabled());
+    QVERIFY(drive.jogRollback()->isEnabled());
+    QVERIFY(drive.page()->findChild<QGroupBox *>(QStringLiteral("stepBox2"))->isEnabled());
+}
+
+void TrialRunJogTest::servoOffEndsThePolling()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    TrialRunDriver::click(bench.drive().servoOff());
+    QCOMPARE(bench.peer.frames.last(), panel("0000"));
+    const int sent = bench.peer.frames.size();
+    tellPosition(bench, "00000064");
+    bench.window->handleTrialRun(panel("0000"));
+    QVERIFY(!runUntil([&] { return bench.peer.frames.size() > sent; }, 600));
+    QCOMPARE(bench.drive().currentPosition(), QString());
+    QVERIFY(bench.drive().servoOn()->isEnabled());
+    QVERIFY(!bench.drive().servoOff()->isEnabled());
+    QVERIFY(!bench.drive().jogForward()->isEnabled());
+}
+
+void TrialRunJogTest::pollGoesOnFromReplyToReply()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    tellPosition(bench, "00000064");
+    tellPosition(bench, "00000065");
+    QCOMPARE(bench.peer.frames.count(positionLook), 3);
+    QCOMPARE(bench.drive().currentPosition(), QStringLiteral("101"));
+    // An answer of another form is passed over.
+    bench.window->handleTrialRun(wire::frame("018302"));
+    QCOMPARE(bench.drive().currentPosition(), QStringLiteral("101"));
+}
+
+void TrialRunJogTest::oneLookIsOutstandingAtMost()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    for (int i = 0; i < 5; ++i)
+        bench.window->readAbsolutePosition();
+    QCOMPARE(bench.peer.frames.count(positionLook), 1);
+}
+
+void TrialRunJogTest::lostLookIsAskedAgain()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    QVERIFY(runUntil([&] { return bench.peer.frames.count(positionLook) == 2; }, 2000));
+    tellPosition(bench, "00000064");
+    QCOMPARE(bench.drive().currentPosition(), QStringLiteral("100"));
+}
+
+void TrialRunJogTest::limitsGrowApart_data()
+{
+    QTest::addColumn<QList<QByteArray>>("positions");
+    QTest::addColumn<QStringList>("shown"); // forward, current, rollback
+    QTest::newRow("zero") << QList<QByteArray>{"00000000"} << QStringList{"0", "0", "0"};
+    QTest::newRow("forward") << QList<QByteArray>{"00000064", "00000032"} << QStringList{"100", "50", "0"};
+    QTest::newRow("back") << QList<QByteArray>{"FFFFFF9C", "FFFFFFCE"} << QStringList{"0", "-50", "-100"};
+    QTest::newRow("both") << QList<QByteArray>{"00000064", "FFFFFF9C", "00000000"}
+                          << QStringList{"100", "0", "-100"};
+    QTest::newRow("ends") << QList<QByteArray>{"7FFFFFFF", "80000000"}
+                          << QStringList{"2147483647", "-2147483648", "-2147483648"};
+}
+
+void TrialRunJogTest::limitsGrowApart()
+{
+    QFETCH(QList<QByteArray>, positions);
+    QFETCH(QStringList, shown);
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    for (const QByteArray &position : qAsConst(positions))
+        tellPosition(bench, position);
+    const TrialRunDriver drive = bench.drive();
+    QCOMPARE((QStringList{drive.forwardLimit(), drive.currentPosition(), drive.rollbackLimit()}), shown);
+}
+
+void TrialRunJogTest::spanLagsOneReplyBehind()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    const auto *const bar = bench.window->findChild<IndicationLable *>();
+    tellPosition(bench, "00000064");
+    QCOMPARE(bar->currentValue, 100.0);
+    QCOMPARE(bar->spanValue, 0.0);
+    tellPosition(bench, "FFFFFF9C");
+    QCOMPARE(bar->spanValue, 100.0);
+    QCOMPARE(bar->forwardValue, 100);
+    QCOMPARE(bar->rollbackValue, 0);
+    tellPosition(bench, "00000000");
+    QCOMPARE(bar->spanValue, 200.0);
+    QCOMPARE(bar->rollbackValue, -100);
+}
+
+void TrialRunJogTest::heldButtonMovesAndStops_data()
+{
+    QTest::addColumn<bool>("forward");
+    QTest::addColumn<QByteArray>("pressed");
+    QTest::newRow("forward") << true << panel("0101");
+    QTest::newRow("back") << false << panel("0201");
+}
+
+void TrialRunJogTest::heldButtonMovesAndStops()
+{
+    QFETCH(bool, forward);
+    QFETCH(QByteArray, pressed);
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    bench.peer.frames.clear();
+    HoldButton *const button = forward ? bench.drive().jogForward() : bench.drive().jogRollback();
+    TrialRunDriver::hold(button);
+    QCOMPARE(bench.sent(), QList<QByteArray>{pressed});
+    bench.window->handleTrialRun(pressed);
+    TrialRunDriver::letGo(button);
+    QCOMPARE(bench.sent(), (QList<QByteArray>{pressed, panel("0001")}));
+}
+
+void TrialRunJogTest::releaseIsSentOnceHoweverTheHoldEnds_data()
+{
+    QTest::addColumn<QString>("end");
+    for (const char *end : {"outside", "focus", "minimised", "disabled", "key"})
+        QTest::newRow(end) << QString::fromLatin1(end);
+}
+
+void TrialRunJogTest::releaseIsSentOnceHoweverTheHoldEnds()
+{
+    QFETCH(QString, end);
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    QVERIFY(QTest::qWaitForWindowActive(bench.window));
+    servoOn(bench);
+    HoldButton *const button = bench.drive().jogForward();
+    if (end == QLatin1String("key")) {
+        button->setFocus();
+        QTest::keyPress(button, Qt::Key_Space);
+        QTest::keyRelease(button, Qt::Key_Space);
+    } else {
+        TrialRunDriver::hold(button);
+    }
+    bench.window->handleTrialRun(panel("0101"));
+    if (end == QLatin1String("outside"))
+        QTest::mouseRelease(button, Qt::LeftButton, {}, QPoint(-30, -30));
+    else if (end == QLatin1String("focus"))
+        bench.drive().servoOff()->setFocus();
+    else if (end == QLatin1String("minimised"))
+        bench.window->showMinimized();
+    else if (end == QLatin1String("disabled"))
+        bench.drive().page()->setEnabled(false);
+    TrialRunDriver::letGo(button);
+    QCOMPARE(bench.peer.frames.count(panel("0101")), 1);
+    // One of the click on "Servo ON", one of the release.
+    QCOMPARE(bench.peer.frames.count(panel("0001")), 2);
+    QCOMPARE(bench.sent().last(), panel("0001"));
+}
+
+void TrialRunJogTest::quickReleaseTakesTheUnsentPressBack()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    bench.peer.frames.clear();
+    TrialRunDriver::hold(bench.drive().jogForward());
+    TrialRunDriver::letGo(bench.drive().jogForward());
+    QCOMPARE(bench.sent(), (QList<QByteArray>{panel("0101"), withdrawal, panel("0001")}));
+}
+
+void TrialRunJogTest::withdrawalRepeatsTheCellThatItTakesAlong()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    bench.peer.frames.clear();
+    TrialRunDriver::type(bench.drive().jogTable(), 0, QStringLiteral("1.2"));
+    TrialRunDriver::hold(bench.drive().jogForward());
+    TrialRunDriver::letGo(bench.drive().jogForward());
+    const QByteArray speed = wire::frame("01062007000C");
+    QCOMPARE(bench.sent(), (QList<QByteArray>{speed, panel("0101"), withdrawal, speed, panel("0001")}));
+}
+
+void TrialRunJogTest::releaseOfAnEchoedPressWithdrawsNothing()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    TrialRunDriver::hold(bench.drive().jogForward());
+    bench.window->handleTrialRun(panel("0101"));
+    TrialRunDriver::letGo(bench.drive().jogForward());
+    QVERIFY(!bench.peer.frames.contains(withdrawal));
+}
+
+void TrialRunJogTest::releaseDoesNotWaitBehindLooks()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    TrialRunDriver::hold(bench.drive().jogForward());
+    bench.window->handleTrialRun(panel("0101"));
+    QVERIFY(runUntil([&] { return bench.peer.frames.count(positionLook) >= 3; }, 3000));
+    bench.peer.frames.clear();
+    TrialRunDriver::letGo(bench.drive().jogForward());
+    QCOMPARE(bench.peer.frames, (QList<QByteArray>{withdrawal, panel("0001")}));
+}
+
+void TrialRunJogTest::servoOffWhileHeldEndsWithZero()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    TrialRunDriver::hold(bench.drive().jogForward());
+    bench.window->handleTrialRun(panel("0101"));
+    bench.peer.frames.clear();
+    bench.window->servoOFFSlt();
+    QCOMPARE(bench.sent().first(), panel("0001"));
+    QCOMPARE(bench.sent().last(), panel("0000"));
+    const int sent = bench.sent().size();
+    TrialRunDriver::letGo(bench.drive().jogForward());
+    QCOMPARE(bench.sent().size(), sent);
+}
+
+void TrialRunJogTest::typedCellIsWritten_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QByteArray>("frame");
+    QTest::newRow("speed") << 0 << "1.2" << wire::frame("01062007000C");
+    QTest::newRow("zero") << 0 << "0" << wire::frame("010620070000");
+    QTest::newRow("acceleration") << 1 << "1000" << wire::frame("0106200803E8");
+    QTest::newRow("deceleration") << 2 << "7" << wire::frame("010620090007");
+    QTest::newRow("torque") << 3 << "300" << wire::frame("0106200A012C");
+}
+
+void TrialRunJogTest::typedCellIsWritten()
+{
+    QFETCH(int, row);
+    QFETCH(QString, text);
+    QFETCH(QByteArray, frame);
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    TrialRunDriver::type(bench.drive().jogTable(), row, text);
+    QCOMPARE(bench.peer.frames, QList<QByteArray>{frame});
+}
+
+void TrialRunJogTest::wrongCellIsToldAndBlanked_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("message");
+    const QString wrong = QStringLiteral("Paramter Value Input Error!");
+    QTest::newRow("too fine") << 0 << "1.25" << wrong;
+    QTest::newRow("not whole") << 1 << "1.5" << wrong;
+    QTest::newRow("no number") << 3 << "abc" << wrong;
+    QTest::newRow("above") << 0 << "6000.1"
+                           << "Input value execteeds the range!\n \nMax:6000";
+    QTest::newRow("below") << 2 << "-1"
+                           << "Input value execteeds the range!\n \nMin:0";
+}
+
+void TrialRunJogTest::wrongCellIsToldAndBlanked()
+{
+    QFETCH(int, row);
+    QFETCH(QString, text);
+    QFETCH(QString, message);
+    ModalAnswers boxes;
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    boxes.expect(message);
+    TrialRunDriver::type(bench.drive().jogTable(), row, text);
+    QVERIFY(boxes.isDone());
+    QCOMPARE(boxes.seen.first().title, QString());
+    QCOMPARE(TrialRunDriver::cell(bench.drive().jogTable(), row), QString());
+    QVERIFY(bench.peer.frames.isEmpty());
+}
+
+void TrialRunJogTest::onlyTheValueColumnIsEdited()
+{
+    TrialBench bench;
+    QTableWidget *const table = bench.drive().jogTable();
+    bench.window->jogTableWidgetCellClicked(0, 3);
+    QCOMPARE(int(table->editTriggers()), 6);
+    bench.window->jogTableWidgetCellClicked(0, 2);
+    QCOMPARE(int(table->editTriggers()), 0);
+    QTableWidget *const positions = bench.drive().positionTable();
+    bench.window->operationTableWidgetCellClicked(0, 3);
+    QCOMPARE(int(positions->editTriggers()), 6);
+    bench.window->operationTableWidgetCellClicked(0, 0);
+    QCOMPARE(int(positions->editTriggers()), 0);
+}
+
+void TrialRunJogTest::captureMakesTheWindowRepeatItself_data()
+{
+    QTest::addColumn<bool>("off");
+    QTest::addColumn<QByteArray>("frame");
+    QTest::newRow("release") << false << panel("0001");
+    QTest::newRow("servo off") << true << panel("0000");
+}
+
+void TrialRunJogTest::captureMakesTheWindowRepeatItself()
+{
+    QFETCH(bool, off);
+    QFETCH(QByteArray, frame);
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    TrialRunDriver::hold(bench.drive().jogForward());
+    bench.window->handleTrialRun(panel("0101"));
+    SerialPort::scopeRunning = true;
+    bench.peer.frames.clear();
+    TrialRunDriver::letGo(bench.drive().jogForward());
+    if (off)
+        TrialRunDriver::click(bench.drive().servoOff());
+    QVERIFY(runUntil([&] { return bench.peer.frames.count(frame) >= 3; }, 2000));
+    bench.window->handleTrialRun(frame);
+    const int sent = bench.peer.frames.count(frame);
+    QVERIFY(!runUntil([&] { return bench.peer.frames.count(frame) > sent; }, 400));
+}
+
+void TrialRunJogTest::repeatingEndsAfterTwentyTimes()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    SerialPort::scopeRunning = true;
+    bench.peer.frames.clear();
+    TrialRunDriver::click(bench.drive().servoOff());
+    QVERIFY(runUntil([&] { return bench.peer.frames.count(panel("0000")) == 21; }, 5000));
+    QVERIFY(!runUntil([&] { return bench.peer.frames.count(panel("0000")) > 21; }, 400));
+}
+
+QTEST_MAIN(TrialRunJogTest)
+#include "tst_trialrun_jog.moc"

@@ -1,0 +1,411 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Step three: both modes, their table, moves by the button and the continuous run.
+#include "support/modalanswers.h"
+#include "trialbench.h"
+#include "trialrun/holdbutton.h"
+
+#include <QGroupBox>
+
+class TrialRunPositionTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void stepThreeBegins();
+    void stepOneComesBack();
+    void onceReadsTheTable();
+    void continuousReadsTheTableAndMirrorsIt();
+    void valuesStayWhenTheModeChanges();
+    void stepBackMakesTheTableUnread();
+    void waitTimeIsTheOneOfEntryOrTheLastTyped();
+    void moveHasTheSignOfItsDirection();
+    void pressAndReleaseKeepTheirOrder();
+    void releaseDropsAMoveThatHasNotBegun();
+    void moveIsRefusedWhileTheTableIsRead();
+    void typedCellOnce_data();
+    void typedCellOnce();
+    void typedCellContinuous();
+    void wrongCellIsToldAndBlanked_data();
+    void wrongCellIsToldAndBlanked();
+    void blankCellIsLeftOut();
+    void runAndPause();
+    void framesOfTwoActsKeepTheirOrder();
+
+private:
+    static void enter(TrialBench &bench, QRadioButton *mode);
+};
+
+void TrialRunPositionTest::enter(TrialBench &bench, QRadioButton *mode)
+{
+    bench.enterStepThree();
+    TrialRunDriver::click(mode);
+    TrialBench::settled();
+    bench.peer.frames.clear();
+}
+
+void TrialRunPositionTest::stepThreeBegins()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    bench.peer.held = true;
+    TrialRunDriver::click(drive.servoOn());
+    bench.window->handleTrialRun(panel("0001"));
+    for (const char *position : {"000003E8", "FFFFFC18"})
+        bench.window->handleTrialRun(wire::readReply(wire::bytes(position)));
+    bench.peer.frames.clear();
+    bench.peer.held = false;
+    TrialRunDriver::click(drive.positionRun());
+    TrialBench::settled();
+    QCOMPARE(bench.sent(), frames({"0106200B0000", "0110 2332 0004 08 000003E8 FFFFFC18", "010620CA0000"}));
+    QCOMPARE(TrialRunDriver::cells(drive.jogTable()), (QStringList{"", "", "", ""}));
+    QVERIFY(!drive.positionRun()->isEnabled());
+    QVERIFY(drive.jogRun()->isEnabled());
+    const QWidget *const page = drive.page();
+    QVERIFY(!page->findChild<QGroupBox *>(QStringLiteral("stepBox1"))->isEnabled());
+    QVERIFY(!page->findChild<QGroupBox *>(QStringLiteral("stepBox2"))->isEnabled());
+    QVERIFY(page->findChild<QGroupBox *>(QStringLiteral("stepBox3"))->isEnabled());
+    // A mode has to be chosen first.
+    QVERIFY(!drive.moveForward()->isEnabled());
+    QVERIFY(!drive.moveRollback()->isEnabled());
+    QVERIFY(!drive.runButton("Run")->isEnabled());
+}
+
+void TrialRunPositionTest::stepOneComesBack()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.once());
+    TrialRunDriver::click(drive.jogRun());
+    QVERIFY(!drive.once()->isChecked());
+    QVERIFY(!drive.continuous()->isChecked());
+    QVERIFY(drive.once()->isCheckable());
+    QVERIFY(!drive.moveForward()->isEnabled());
+    QVERIFY(runUntil([&] { return drive.servoOn()->isEnabled(); }, 3000));
+    QCOMPARE(bench.sent(), frames({"010620CA0000", "0106200B0001", "010620DB0027", "010620DC0028",
+                                   "010620DD0025", "010620C80701", "011020640001020000", "010320070001",
+                                   "010320080001", "010320090001", "0103200A0001"}));
+    QVERIFY(drive.positionRun()->isEnabled());
+    QVERIFY(!drive.jogRun()->isEnabled());
+    QVERIFY(!TrialRunDriver::cell(drive.jogTable(), 0).isEmpty());
+}
+
+void TrialRunPositionTest::onceReadsTheTable()
+{
+    TrialBench bench;
+    bench.peer.registers[0x213A] = 0;
+    bench.peer.registers[0x213B] = 1000;
+    bench.peer.registers[0x213C] = 30000;
+    bench.peer.registers[0x213D] = 200;
+    bench.peer.registers[0x2322] = 110;
+    bench.peer.registers[0x2329] = 15;
+    bench.peer.registers[0x2327] = 0x00C8;
+    bench.peer.registers[0x2328] = 0;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    QVERIFY(bench.enterStepThree());
+    TrialRunDriver::click(drive.once());
+    TrialBench::settled();
+    QCOMPARE(bench.sent(), frames({"0103213a0002", "0103213c0001", "0103213d0001", "010323220001",
+                                   "010323290001", "010323270002", "0106212C0001"}));
+    QCOMPARE(TrialRunDriver::cells(drive.positionTable()),
+             (QStringList{"1000", "3000.0", "200", "", "110", "1.5", "13107200"}));
+    QVERIFY(drive.moveForward()->isEnabled());
+    QVERIFY(drive.moveRollback()->isEnabled());
+    QVERIFY(!drive.runButton("Run")->isEnabled());
+    QVERIFY(!(drive.positionTable()->item(3, 3)->flags() & Qt::ItemIsEditable));
+}
+
+void TrialRunPositionTest::continuousReadsTheTableAndMirrorsIt()
+{
+    TrialBench bench;
+    bench.peer.registers[0x23EC] = 0;
+    bench.peer.registers[0x23ED] = 1000;
+    bench.peer.registers[0x23EE] = 123;
+    bench.peer.registers[0x23EF] = 200;
+    bench.peer.registers[0x23F0] = 0;
+    bench.peer.registers[0x23F1] = 5;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    QVERIFY(bench.enterStepThree());
+    TrialRunDriver::click(drive.continuous());
+    TrialBench::settled();
+    QCOMPARE(bench.sent(), frames({"010323ec0002", "010323ee0001", "010323ef0001", "010323f00002",
+                                   "010323220001", "010323290001", "010323270002", "010623E80001",
+                                   "010623E90002", "0110 23F2 0002 04 FFFFFC18", "0110 23F4 0001 02 007B",
+                                   "0110 23F5 0001 02 00C8", "0110 23F6 0002 04 00000005"}));
+    QCOMPARE(TrialRunDriver::cells(drive.positionTable()).mid(0, 4),
+             (QStringList{"1000", "12.3", "200", "5"}));
+    QVERIFY(!drive.moveForward()->isEnabled());
+    QVERIFY(drive.runButton("Run")->isEnabled());
+    QVERIFY(drive.positionTable()->item(3, 3)->flags() & Qt::ItemIsEditable);
+}
+
+void TrialRunPositionTest::valuesStayWhenTheModeChanges()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.once());
+    TrialRunDriver::type(drive.positionTable(), 0, QStringLiteral("1000"));
+    TrialRunDriver::type(drive.positionTable(), 1, QStringLiteral("12.3"));
+    TrialRunDriver::type(drive.positionTable(), 2, QStringLiteral("200"));
+    TrialRunDriver::type(drive.positionTable(), 4, QStringLiteral("110"));
+    TrialRunDriver::type(drive.positionTable(), 5, QStringLiteral("1.2"));
+    TrialRunDriver::type(drive.positionTable(), 6, QStringLiteral("7"));
+    TrialBench::settled();
+    bench.peer.frames.clear();
+    TrialRunDriver::click(drive.continuous());
+    TrialBench::settled();
+    const QString wait = QString::number(bench.peer.registers.value(0x23F1));
+    QCOMPARE(TrialRunDriver::cell(drive.positionTable(), 3), wait);
+    QList<QByteArray> sent = bench.sent();
+    // Sent past the queue, while the first frame of it is out.
+    QCOMPARE(sent.takeAt(1), panel("0000"));
+    const QByteArray waitData = wire::bytes("0000") + word(wait.toInt());
+    QList<QByteArray> expected =
+        frames({"0110 23EC 0002 04 000003E8", "0110 23F2 0002 04 FFFFFC18", "0110 23EE 0001 02 007B",
+                "0110 23F4 0001 02 007B", "0110 23EF 0001 02 00C8", "0110 23F5 0001 02 00C8"});
+    for (const char *head : {"011023F0000204", "011023F6000204"})
+        expected.append(wire::frame(wire::bytes(head) + waitData));
+    expected += frames({"0110 2322 0001 02 006E", "0110 2329 0001 02 000C", "0110 2327 0002 04 00000007",
+                        "010623E80001", "010623E90002"});
+    QCOMPARE(sent, expected);
+    bench.peer.frames.clear();
+    TrialRunDriver::click(drive.once());
+    TrialBench::settled();
+    QCOMPARE(bench.sent(), frames({"0110 213A 0002 04 000003E8", "0110 213C 0001 02 007B",
+                                   "0110 213D 0001 02 00C8", "0110 2322 0001 02 006E",
+                                   "0110 2329 0001 02 000C", "0110 2327 0002 04 00000007", "0106212C0001"}));
+}
+
+void TrialRunPositionTest::stepBackMakesTheTableUnread()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.once());
+    TrialRunDriver::click(drive.jogRun());
+    QVERIFY(bench.waitUntilReady());
+    QVERIFY(bench.enterStepThree());
+    TrialRunDriver::click(drive.once());
+    TrialBench::settled();
+    QCOMPARE(bench.sent().first(), QByteArray::fromHex("0103213a0002ee3a"));
+}
+
+void TrialRunPositionTest::waitTimeIsTheOneOfEntryOrTheLastTyped()
+{
+    TrialBench bench;
+    bench.peer.registers[0x23F0] = 1;
+    bench.peer.registers[0x23F1] = 2;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.once());
+    TrialRunDriver::click(drive.continuous());
+    TrialBench::settled();
+    QCOMPARE(TrialRunDriver::cell(drive.positionTable(), 3), QStringLiteral("65538"));
+    TrialRunDriver::type(drive.positionTable(), 3, QStringLiteral("250"));
+    TrialBench::settled();
+    bench.peer.frames.clear();
+    TrialRunDriver::click(drive.once());
+    TrialBench::settled();
+    TrialRunDriver::click(drive.continuous());
+    TrialBench::settled();
+    QCOMPARE(TrialRunDriver::cell(drive.positionTable(), 3), QStringLiteral("250"));
+}
+
+void TrialRunPositionTest::moveHasTheSignOfItsDirection()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.once());
+    TrialRunDriver::type(drive.positionTable(), 0, QStringLiteral("1000"));
+    TrialBench::settled();
+    for (HoldButton *button : {drive.moveRollback(), drive.moveForward(), drive.moveForward()}) {
+        bench.peer.frames.clear();
+        TrialRunDriver::hold(button);
+        TrialBench::settled();
+        TrialRunDriver::letGo(button);
+        TrialBench::settled();
+        const char *distance =
+            button == drive.moveRollback() ? "0110 213A 0002 04 FFFFFC18" : "0110 213A 0002 04 000003E8";
+        QCOMPARE(bench.sent(), frames({distance, "010620CA0401", "010620CA0001"}));
+    }
+}
+
+void TrialRunPositionTest::pressAndReleaseKeepTheirOrder()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.once());
+    TrialRunDriver::hold(drive.moveForward());
+    QVERIFY(!drive.continuous()->isEnabled());
+    TrialBench::settled();
+    TrialRunDriver::letGo(drive.moveForward());
+    QVERIFY(drive.continuous()->isEnabled());
+    QCOMPARE(bench.sent().mid(1), (QList<QByteArray>{panel("0401"), panel("0001")}));
+}
+
+void TrialRunPositionTest::releaseDropsAMoveThatHasNotBegun()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.once());
+    bench.peer.held = true;
+    TrialRunDriver::hold(drive.moveForward());
+    TrialRunDriver::letGo(drive.moveForward());
+    bench.peer.release();
+    TrialBench::settled();
+    QVERIFY(!bench.peer.frames.contains(panel("0401")));
+    QCOMPARE(bench.peer.frames.last(), panel("0001"));
+    // And the start that has gone out without an answer is taken back.
+    bench.peer.frames.clear();
+    bench.peer.intercept = [](const QByteArray &request, const QByteArray &usual) {
+        return request == panel("0401") ? QByteArray() : usual;
+    };
+    TrialRunDriver::hold(drive.moveForward());
+    TrialBench::settled();
+    TrialRunDriver::letGo(drive.moveForward());
+    QCOMPARE(bench.peer.frames.mid(1), (QList<QByteArray>{panel("0401"), withdrawal, panel("0001")}));
+}
+
+void TrialRunPositionTest::moveIsRefusedWhileTheTableIsRead()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    QVERIFY(bench.enterStepThree());
+    bench.peer.held = true;
+    TrialRunDriver::click(drive.once());
+    TrialRunDriver::hold(drive.moveForward());
+    TrialRunDriver::letGo(drive.moveForward());
+    QCOMPARE(bench.peer.frames.size(), 1);
+    bench.peer.release();
+    TrialBench::settled();
+    QCOMPARE(bench.peer.frames.size(), 7);
+    QVERIFY(!TrialRunDriver::cell(drive.positionTable(), 6).isEmpty());
+}
+
+void TrialRunPositionTest::typedCellOnce_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QList<QByteArray>>("written");
+    QTest::newRow("distance") << 0 << "1000" << frames({"0110 213A 0002 04 000003E8"});
+    QTest::newRow("speed") << 1 << "12.3" << frames({"0110 213C 0001 02 007B"});
+    QTest::newRow("wait") << 3 << "5" << QList<QByteArray>();
+    QTest::newRow("overload") << 4 << "110" << frames({"0110 2322 0001 02 006E"});
+}
+
+void TrialRunPositionTest::typedCellOnce()
+{
+    QFETCH(int, row);
+    QFETCH(QString, text);
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    enter(bench, bench.drive().once());
+    TrialRunDriver::type(bench.drive().positionTable(), row, text);
+    TrialBench::settled();
+    QTEST(bench.sent(), "written");
+}
+
+void TrialRunPositionTest::typedCellContinuous()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    enter(bench, bench.drive().continuous());
+    QTableWidget *const table = bench.drive().positionTable();
+    TrialRunDriver::type(table, 0, QStringLiteral("1000"));
+    TrialRunDriver::type(table, 4, QStringLiteral("110"));
+    TrialRunDriver::type(table, 3, QStringLiteral("5"));
+    TrialBench::settled();
+    QCOMPARE(bench.sent(),
+             frames({"0110 23EC 0002 04 000003E8", "0110 23F2 0002 04 FFFFFC18", "0110 2322 0001 02 006E",
+                     "0110 0001 02 006E", "0110 23F0 0002 04 00000005", "0110 23F6 0002 04 00000005"}));
+}
+
+void TrialRunPositionTest::wrongCellIsToldAndBlanked_data()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("message");
+    QTest::newRow("not whole") << 0 << "1.5"
+                               << "Paramter Value Input Error!";
+    QTest::newRow("above") << 0 << "2147483648"
+                           << "Input value execteeds the range!\n \nMax:2.14748e+09";
+    QTest::newRow("below") << 4 << "49"
+                           << "Input value execteeds the range!\n \nMin:50";
+    QTest::newRow("threshold") << 5 << "3.1"
+                               << "Input value execteeds the range!\n \nMax:3";
+}
+
+void TrialRunPositionTest::wrongCellIsToldAndBlanked()
+{
+    QFETCH(int, row);
+    QFETCH(QString, text);
+    QFETCH(QString, message);
+    ModalAnswers boxes;
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    enter(bench, bench.drive().once());
+    boxes.expect(message);
+    TrialRunDriver::type(bench.drive().positionTable(), row, text);
+    QVERIFY(boxes.isDone());
+    QCOMPARE(TrialRunDriver::cell(bench.drive().positionTable(), row), QString());
+    QVERIFY(bench.peer.frames.isEmpty());
+}
+
+void TrialRunPositionTest::blankCellIsLeftOut()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    enter(bench, bench.drive().once());
+    TrialRunDriver::type(bench.drive().positionTable(), 4, QString());
+    TrialRunDriver::click(bench.drive().continuous());
+    TrialBench::settled();
+    for (const QByteArray &frame : bench.sent())
+        QVERIFY(frame.mid(2, 2) != word(0x2322));
+}
+
+void TrialRunPositionTest::runAndPause()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.continuous());
+    TrialRunDriver::click(drive.runButton("Run"));
+    TrialBench::settled();
+    QCOMPARE(bench.sent(), frames({"0106212C0002", "010620CA0001"}));
+    QVERIFY(!drive.runButton("Run"));
+    QVERIFY(!drive.once()->isEnabled());
+    QVERIFY(!drive.jogRun()->isEnabled());
+    bench.peer.frames.clear();
+    TrialRunDriver::click(drive.runButton("Pause"));
+    TrialBench::settled();
+    QCOMPARE(bench.sent(), frames({"0106212C0002", "010620CA0000"}));
+    QVERIFY(drive.runButton("Run"));
+    QVERIFY(drive.once()->isEnabled());
+    QVERIFY(drive.jogRun()->isEnabled());
+}
+
+void TrialRunPositionTest::framesOfTwoActsKeepTheirOrder()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    enter(bench, bench.drive().continuous());
+    bench.peer.held = true;
+    TrialRunDriver::type(bench.drive().positionTable(), 2, QStringLiteral("7"));
+    TrialRunDriver::type(bench.drive().positionTable(), 1, QStringLiteral("1"));
+    QCOMPARE(bench.peer.frames.size(), 1);
+    bench.peer.release();
+    TrialBench::settled();
+    QCOMPARE(bench.sent(), frames({"0110 23EF 0001 02 0007", "0110 23F5 0001 02 0007",
+                                   "0110 23EE 0001 02 000A", "0110 23F4 0001 02 000A"}));
+}
+
+QTEST_MAIN(TrialRunPositionTest)
+#include "tst_trialrun_position.moc"
