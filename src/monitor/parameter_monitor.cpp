@@ -47,10 +47,12 @@ int startDelay(const SerialPort *link)
 Parameter_Monitor::Parameter_Monitor(SerialPort *link, QWidget *parent)
     : QScrollArea(parent)
     , serialPort(link)
-    , poller(new MonitorPoller(startDelay(link), this))
 {
     buildWindow();
     connectPoller();
+    // Events are handled while the panels are built, and a box of theirs may stand for long: a poll that left
+    // meanwhile would reach no link, and the chain would wait for its reply for ever.
+    poller = new MonitorPoller(startDelay(link), this);
     connectPanels();
 }
 

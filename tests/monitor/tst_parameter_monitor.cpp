@@ -14,11 +14,13 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -103,6 +105,7 @@ private slots:
     void everyFieldHasItsFrame_data();
     void everyFieldHasItsFrame();
     void closingWithdrawsWhatIsQueued();
+    void boxesOfTheConstructionDoNotStopTheChain();
     void maximizedWindowReportsItsTitle();
     void smallWindowScrolls();
     void largeWindowIsFilled();
@@ -418,6 +421,23 @@ void ParameterMonitorTest::closingWithdrawsWhatIsQueued()
 void ParameterMonitorTest::maximizedWindowReportsItsTitle()
 {
     const TestDirectory directory;
+// The first box stands for longer than the first poll waits.
+void ParameterMonitorTest::boxesOfTheConstructionDoNotStopTheChain()
+{
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("File does not exist"), [](QMessageBox *box) {
+        QTimer::singleShot(150, box, [box] { box->done(QMessageBox::Ok); });
+    });
+    boxes.expect(QStringLiteral("File does not exit"));
+    boxes.expect(QStringLiteral("File does not exist"));
+    boxes.expect(QStringLiteral("File does not exist"));
+    Q_CLEANUP_RESOURCE(catalogue);
+    const Bench bench;
+    Q_INIT_RESOURCE(catalogue);
+    QVERIFY(boxes.isDone());
+    QVERIFY(bench.waitForCycles(1));
+}
+
     QMdiArea area;
     area.resize(1000, 700);
     area.show();
