@@ -16,6 +16,7 @@
 
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -49,7 +50,6 @@ Parameter_Monitor::Parameter_Monitor(SerialPort *link, QWidget *parent)
     , serialPort(link)
 {
     buildWindow();
-    connectPoller();
     // Events are handled while the panels are built, and a box of theirs may stand for long: a poll that left
     // meanwhile would reach no link, and the chain would wait for its reply for ever.
     poller = new MonitorPoller(startDelay(link), this);

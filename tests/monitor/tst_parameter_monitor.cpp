@@ -109,6 +109,8 @@ private slots:
     void maximizedWindowReportsItsTitle();
     void smallWindowScrolls();
     void largeWindowIsFilled();
+    void onlyTheShortDirectionScrolls_data();
+    void onlyTheShortDirectionScrolls();
 };
 
 void ParameterMonitorTest::windowHasItsForm()
@@ -436,6 +438,9 @@ void ParameterMonitorTest::boxesOfTheConstructionDoNotStopTheChain()
     Q_INIT_RESOURCE(catalogue);
     QVERIFY(boxes.isDone());
     QVERIFY(bench.waitForCycles(1));
+void ParameterMonitorTest::maximizedWindowReportsItsTitle()
+{
+    const TestDirectory directory;
 }
 
     QMdiArea area;
