@@ -53,6 +53,7 @@ Parameter_Monitor::Parameter_Monitor(SerialPort *link, QWidget *parent)
     // Events are handled while the panels are built, and a box of theirs may stand for long: a poll that left
     // meanwhile would reach no link, and the chain would wait for its reply for ever.
     poller = new MonitorPoller(startDelay(link), this);
+    connectPoller();
     connectPanels();
 }
 
@@ -281,5 +282,11 @@ void Parameter_Monitor::resizeEvent(QResizeEvent *event)
 void Parameter_Monitor::fitContent()
 {
     const QSize least = tabWidget->minimumSize().expandedTo(tabWidget->minimumSizeHint());
-    tabWidget->resize(maximumViewportSize().expandedTo(least));
+    QSize room = maximumViewportSize();
+    // The bar of one direction takes its room from the other.
+    if (room.height() < least.height())
+        room.rwidth() -= verticalScrollBar()->sizeHint().width();
+    if (room.width() < least.width())
+        room.rheight() -= horizontalScrollBar()->sizeHint().height();
+    tabWidget->resize(room.expandedTo(least));
 }

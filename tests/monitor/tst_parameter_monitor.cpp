@@ -107,10 +107,11 @@ private slots:
     void closingWithdrawsWhatIsQueued();
     void boxesOfTheConstructionDoNotStopTheChain();
     void maximizedWindowReportsItsTitle();
+    void minimizedWindowReportsNothing();
     void smallWindowScrolls();
-    void largeWindowIsFilled();
     void onlyTheShortDirectionScrolls_data();
     void onlyTheShortDirectionScrolls();
+    void largeWindowIsFilled();
 };
 
 void ParameterMonitorTest::windowHasItsForm()
@@ -420,9 +421,6 @@ void ParameterMonitorTest::closingWithdrawsWhatIsQueued()
     QCOMPARE(withdrawn.count(QStringLiteral("Monitor")), 1);
 }
 
-void ParameterMonitorTest::maximizedWindowReportsItsTitle()
-{
-    const TestDirectory directory;
 // The first box stands for longer than the first poll waits.
 void ParameterMonitorTest::boxesOfTheConstructionDoNotStopTheChain()
 {
@@ -438,11 +436,11 @@ void ParameterMonitorTest::boxesOfTheConstructionDoNotStopTheChain()
     Q_INIT_RESOURCE(catalogue);
     QVERIFY(boxes.isDone());
     QVERIFY(bench.waitForCycles(1));
+}
+
 void ParameterMonitorTest::maximizedWindowReportsItsTitle()
 {
     const TestDirectory directory;
-}
-
     QMdiArea area;
     area.resize(1000, 700);
     area.show();
@@ -461,6 +459,17 @@ void ParameterMonitorTest::maximizedWindowReportsItsTitle()
     QCOMPARE(std::get<0>(states.calls.last()), QString());
 }
 
+// A window of its own, which keeps both states.
+void ParameterMonitorTest::minimizedWindowReportsNothing()
+{
+    const Bench bench;
+    const SignalLog<QString> states(bench.window, &Parameter_Monitor::windowStateChanged);
+    bench.window->setWindowState(Qt::WindowMaximized);
+    QCOMPARE(std::get<0>(states.calls.last()), QStringLiteral("Monitor"));
+    bench.window->setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
+    QCOMPARE(std::get<0>(states.calls.last()), QString());
+}
+
 void ParameterMonitorTest::smallWindowScrolls()
 {
     const Bench bench;
@@ -471,6 +480,25 @@ void ParameterMonitorTest::smallWindowScrolls()
     QVERIFY(tabs->height() >= 500);
     QVERIFY(bench.window->horizontalScrollBar()->maximum() > 0);
     QVERIFY(bench.window->verticalScrollBar()->maximum() > 0);
+}
+
+void ParameterMonitorTest::onlyTheShortDirectionScrolls_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<bool>("isLow");
+    QTest::newRow("low and wide") << QSize(1800, 300) << true;
+    QTest::newRow("high and narrow") << QSize(500, 1400) << false;
+}
+
+void ParameterMonitorTest::onlyTheShortDirectionScrolls()
+{
+    QFETCH(QSize, size);
+    QFETCH(bool, isLow);
+    const Bench bench;
+    bench.window->show();
+    bench.window->resize(size);
+    QTRY_COMPARE(bench.window->verticalScrollBar()->maximum() > 0, isLow);
+    QCOMPARE(bench.window->horizontalScrollBar()->maximum() > 0, !isLow);
 }
 
 void ParameterMonitorTest::largeWindowIsFilled()
