@@ -33,10 +33,13 @@ const QString startStyle =
 // A text that stands there already is left alone, with whatever the user has marked in it.
 void setText(QLineEdit *edit, const QString &text)
 {
-    if (edit->text() != text)
-        edit->setText(text);
+    if (edit->text() == text)
+        return;
+    edit->setText(text);
+    edit->setCursorPosition(0);
 }
 
+// Not where the user is reading.
 void showBeginning(QLineEdit *edit)
 {
     if (!edit->hasFocus() && edit->cursorPosition() != 0)

@@ -93,18 +93,16 @@ void DI_DO_DataStatus::handleDIDOStatusSlot(QByteArray bytes, int address)
 
 void DI_DO_DataStatus::handleDIDOFunctionSlot(QByteArray bytes, int address)
 {
-    const int input = address - monitorregister::diFunction;
-    const int output = address - monitorregister::doFunction;
-    const bool isInput = input >= 0 && input < terminalCount;
-    if (!isInput && (output < 0 || output >= terminalCount))
+    const std::optional<Terminal> terminal = terminalOf(address);
+    if (!terminal)
         return;
-    const QList<DidoFunction> &functions = isInput ? diFunctionList : doFunctionList;
-    QTableWidget *const table = isInput ? diTable : doTable;
-    const int row = isInput ? input : output;
+    const QList<DidoFunction> &functions = terminal->isInput ? diFunctionList : doFunctionList;
+    const QTableWidget *const table = terminal->isInput ? diTable : doTable;
     const DidoFunction function = functions.value(indexOfFunction(functions, bytes));
-    setItemText(table->item(row, SymbolColumn), function.symbol);
-    setItemText(table->item(row, FunctionColumn), function.function);
+    QTableWidgetItem *const text = table->item(terminal->row, FunctionColumn);
+    setItemText(table->item(terminal->row, SymbolColumn), function.symbol);
+    setItemText(text, function.function);
     // The column is narrower than many of its texts.
-    if (table->item(row, FunctionColumn)->toolTip() != function.function)
-        table->item(row, FunctionColumn)->setToolTip(function.function);
+    if (text->toolTip() != function.function)
+        text->setToolTip(function.function);
 }

@@ -35,6 +35,28 @@ void makeNarrow(QComboBox *combo)
     combo->setMinimumContentsLength(shortestCombo);
 }
 
+QComboBox *makeFunctionCombo(const QStringList &functions)
+{
+    auto *combo = new QComboBox;
+    combo->addItems(functions);
+    makeNarrow(combo);
+    // A narrow box with long texts: the list is as wide as they are.
+    combo->view()->setMinimumWidth(combo->view()->sizeHintForColumn(0));
+    return combo;
+}
+
+QPushButton *makeLevelButton()
+{
+    auto *button = new QPushButton;
+    button->setCheckable(true);
+    button->setFixedSize(buttonWidth, buttonHeight);
+    button->setIconSize(QSize(buttonWidth, buttonHeight));
+    button->setStyleSheet(QStringLiteral("border-radius: 5px;"));
+    button->setIcon(levelIcon(false));
+    button->setEnabled(false);
+    return button;
+}
+
 } // namespace
 
 io_control::io_control(QWidget *parent)
@@ -82,22 +104,12 @@ void io_control::buildHalf(Half *half, QGridLayout *grid, int column, const QStr
         functions.append(QString::number(i) + QLatin1Char(':') + rows.at(i).function);
     for (int row = 0; row < rowCount; ++row) {
         const QString number = QString::number(row + 1);
-        auto *combo = new QComboBox;
+        QComboBox *const combo = makeFunctionCombo(functions);
         combo->setObjectName(prefix + QLatin1String("FunctionComboBox") + number);
-        combo->addItems(functions);
-        makeNarrow(combo);
-        // A narrow box with long texts: the list is as wide as they are.
-        combo->view()->setMinimumWidth(combo->view()->sizeHintForColumn(0));
         connect(combo, qOverload<int>(&QComboBox::currentIndexChanged), this,
                 &io_control::ComboBoxChangedSlot);
-        auto *button = new QPushButton;
+        QPushButton *const button = makeLevelButton();
         button->setObjectName(prefix + QLatin1String("LevelButton") + number);
-        button->setCheckable(true);
-        button->setFixedSize(buttonWidth, buttonHeight);
-        button->setIconSize(QSize(buttonWidth, buttonHeight));
-        button->setStyleSheet(QStringLiteral("border-radius: 5px;"));
-        button->setIcon(levelIcon(false));
-        button->setEnabled(false);
         connect(button, &QPushButton::clicked, this,
                 isInput ? &io_control::DIBtnclickedSlot : &io_control::DOBtnclickedSlot);
         grid->addWidget(new QLabel(name + number), row + 2, column);
@@ -205,20 +217,18 @@ void io_control::ComboBoxChangedSlot(int index)
 
 void io_control::handleio_DIDOFuncSlot(QByteArray bytes, int address)
 {
-    const int input = address - monitorregister::diFunction;
-    const int output = address - monitorregister::doFunction;
-    const bool isInput = input >= 0 && input < rowCount;
-    if (!isInput && (output < 0 || output >= rowCount))
+    const std::optional<Terminal> terminal = terminalOf(address);
+    if (!terminal)
         return;
-    QComboBox *const combo =
-        isInput ? inputs.functions.at(std::size_t(input)) : outputs.functions.at(std::size_t(output));
-    const int index = indexOfFunction(isInput ? diFunctionRows : doFunctionRows, bytes);
+    const Half &half = terminal->isInput ? inputs : outputs;
+    QComboBox *const combo = half.functions.at(std::size_t(terminal->row));
+    const int index = indexOfFunction(terminal->isInput ? diFunctionRows : doFunctionRows, bytes);
     const int shown = index < combo->count() ? index : -1;
     if (combo->currentIndex() != shown) {
         const QSignalBlocker blocker(combo);
         combo->setCurrentIndex(shown);
     }
-    if (isInput && input == rowCount - 1)
+    if (terminal->isInput && terminal->row == rowCount - 1)
         reportEnableRow();
 }
 

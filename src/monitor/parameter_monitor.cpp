@@ -16,6 +16,7 @@
 
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -47,9 +48,11 @@ int startDelay(const SerialPort *link)
 Parameter_Monitor::Parameter_Monitor(SerialPort *link, QWidget *parent)
     : QScrollArea(parent)
     , serialPort(link)
-    , poller(new MonitorPoller(startDelay(link), this))
 {
     buildWindow();
+    // Events are handled while the panels are built, and a box of theirs may stand for long: a poll that left
+    // meanwhile would reach no link, and the chain would wait for its reply for ever.
+    poller = new MonitorPoller(startDelay(link), this);
     connectPoller();
     connectPanels();
 }
@@ -279,5 +282,11 @@ void Parameter_Monitor::resizeEvent(QResizeEvent *event)
 void Parameter_Monitor::fitContent()
 {
     const QSize least = tabWidget->minimumSize().expandedTo(tabWidget->minimumSizeHint());
-    tabWidget->resize(maximumViewportSize().expandedTo(least));
+    QSize room = maximumViewportSize();
+    // The bar of one direction takes its room from the other.
+    if (room.height() < least.height())
+        room.rwidth() -= verticalScrollBar()->sizeHint().width();
+    if (room.width() < least.width())
+        room.rheight() -= horizontalScrollBar()->sizeHint().height();
+    tabWidget->resize(room.expandedTo(least));
 }

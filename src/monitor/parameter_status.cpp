@@ -7,6 +7,7 @@
 #include "monitor/polltable.h"
 #include "monitor/statusvalue.h"
 
+#include <QCoreApplication>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QTableWidget>
@@ -30,9 +31,20 @@ Parameter_Status::Parameter_Status(QWidget *parent)
     : QWidget(parent)
 {
     setFont(monitorFont());
-    doubleAddressList = readDoubleAddressList(QStringLiteral(":/config/config/monitor_double_address.txt"));
+    loadDoubleAddressList();
     loadCatalogue();
     buildTable();
+}
+
+// Timers and the signals of the link go on meanwhile; what the user clicks waits until the window stands.
+void Parameter_Status::loadDoubleAddressList()
+{
+    const QStringList codes =
+        readDoubleAddressList(QStringLiteral(":/config/config/monitor_double_address.txt"));
+    for (const QString &code : codes) {
+        doubleAddressList.append(code);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
 }
 
 void Parameter_Status::loadCatalogue()

@@ -25,6 +25,7 @@ public slots:
     void handleParameterMonitorSlot(QByteArray bytes, int address);
 
 private:
+    void loadDoubleAddressList();
     void loadCatalogue();
     void buildTable();
 

@@ -43,18 +43,13 @@ bool isPair(int address)
     return std::find(pairs.begin(), pairs.end(), address) != pairs.end();
 }
 
-bool isWithin(int address, int first)
-{
-    return address >= first && address < first + terminalCount;
-}
-
 PollItem::Kind kindOf(int address)
 {
     if (address == monitorregister::diStatus || address == monitorregister::doStatus)
         return PollItem::Kind::DIDOStatus;
     if (address == monitorregister::warningCode || address == monitorregister::errorCode)
         return PollItem::Kind::AlarmError;
-    if (isWithin(address, monitorregister::diFunction) || isWithin(address, monitorregister::doFunction))
+    if (terminalOf(address))
         return PollItem::Kind::DIDOFunction;
     return PollItem::Kind::Status;
 }
@@ -80,6 +75,17 @@ int pollWords(const QString &code)
 int readAddress(const QString &code)
 {
     return ramBase + registerOf(code);
+}
+
+std::optional<Terminal> terminalOf(int functionAddress)
+{
+    const int input = functionAddress - monitorregister::diFunction;
+    if (input >= 0 && input < terminalCount)
+        return Terminal{true, input};
+    const int output = functionAddress - monitorregister::doFunction;
+    if (output >= 0 && output < terminalCount)
+        return Terminal{false, output};
+    return std::nullopt;
 }
 
 QList<PollItem> cutBlock(int address, const QByteArray &payload)

@@ -8,6 +8,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 // Registers that more than one place of the monitor tells apart.
 namespace monitorregister {
 
@@ -35,6 +37,16 @@ int pollWords(const QString &code);
 
 // Address on the wire under which a code is read.
 int readAddress(const QString &code);
+
+// An input or an output of the drive.
+struct Terminal
+{
+    bool isInput = true;
+    int row = 0; // 0 to 15
+};
+
+// Whose function stands in this register, if anyone's.
+std::optional<Terminal> terminalOf(int functionAddress);
 
 // One register, or a pair of them, out of a reply.
 struct PollItem

@@ -5,5 +5,7 @@
 
 QString reportedWindowState(const QWidget *window, bool isClosing)
 {
-    return window->isMaximized() && !isClosing ? window->windowTitle() : QString();
+    // A window that is minimized still counts as maximized when it was so before.
+    const bool isShownMaximized = window->isMaximized() && !window->isMinimized();
+    return isShownMaximized && !isClosing ? window->windowTitle() : QString();
 }

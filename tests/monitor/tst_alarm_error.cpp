@@ -113,6 +113,7 @@ private slots:
     void nameOfAGoneAlarmStaysInItsToolTip();
     void goneFaultLeavesNoToolTip();
     void longTextShowsItsBeginning();
+    void textThatChangesShowsItsBeginning();
     void textThatStaysIsLeftAlone();
     void otherAddressUpdatesTheLampOnly();
     void resetIsOfferedAgainWhileTheFaultStays();
@@ -300,6 +301,20 @@ void AlarmErrorTest::longTextShowsItsBeginning()
     panels.report(fault, "0000");
     for (const QLineEdit *edit : edits)
         QCOMPARE(edit->cursorPosition(), 0);
+}
+
+// In the field that has the focus, too.
+void AlarmErrorTest::textThatChangesShowsItsBeginning()
+{
+    const Panels panels;
+    panels.panel->show();
+    panels.panel->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(panels.panel));
+    QLineEdit *const cause = panels.edit("faultCauseEdit");
+    cause->setFocus();
+    panels.report(fault, "0016");
+    QVERIFY(cause->text().size() > 40);
+    QCOMPARE(cause->cursorPosition(), 0);
 }
 
 // A cause that is longer than its field can be marked and read to its end.

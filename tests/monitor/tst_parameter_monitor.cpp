@@ -14,11 +14,13 @@
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
+#include <QTimer>
 
 #include <memory>
 
@@ -103,8 +105,12 @@ private slots:
     void everyFieldHasItsFrame_data();
     void everyFieldHasItsFrame();
     void closingWithdrawsWhatIsQueued();
+    void boxesOfTheConstructionDoNotStopTheChain();
     void maximizedWindowReportsItsTitle();
+    void minimizedWindowReportsNothing();
     void smallWindowScrolls();
+    void onlyTheShortDirectionScrolls_data();
+    void onlyTheShortDirectionScrolls();
     void largeWindowIsFilled();
 };
 
@@ -415,6 +421,23 @@ void ParameterMonitorTest::closingWithdrawsWhatIsQueued()
     QCOMPARE(withdrawn.count(QStringLiteral("Monitor")), 1);
 }
 
+// The first box stands for longer than the first poll waits.
+void ParameterMonitorTest::boxesOfTheConstructionDoNotStopTheChain()
+{
+    ModalAnswers boxes;
+    boxes.expect(QStringLiteral("File does not exist"), [](QMessageBox *box) {
+        QTimer::singleShot(150, box, [box] { box->done(QMessageBox::Ok); });
+    });
+    boxes.expect(QStringLiteral("File does not exit"));
+    boxes.expect(QStringLiteral("File does not exist"));
+    boxes.expect(QStringLiteral("File does not exist"));
+    Q_CLEANUP_RESOURCE(catalogue);
+    const Bench bench;
+    Q_INIT_RESOURCE(catalogue);
+    QVERIFY(boxes.isDone());
+    QVERIFY(bench.waitForCycles(1));
+}
+
 void ParameterMonitorTest::maximizedWindowReportsItsTitle()
 {
     const TestDirectory directory;
@@ -436,6 +459,17 @@ void ParameterMonitorTest::maximizedWindowReportsItsTitle()
     QCOMPARE(std::get<0>(states.calls.last()), QString());
 }
 
+// A window of its own, which keeps both states.
+void ParameterMonitorTest::minimizedWindowReportsNothing()
+{
+    const Bench bench;
+    const SignalLog<QString> states(bench.window, &Parameter_Monitor::windowStateChanged);
+    bench.window->setWindowState(Qt::WindowMaximized);
+    QCOMPARE(std::get<0>(states.calls.last()), QStringLiteral("Monitor"));
+    bench.window->setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
+    QCOMPARE(std::get<0>(states.calls.last()), QString());
+}
+
 void ParameterMonitorTest::smallWindowScrolls()
 {
     const Bench bench;
@@ -446,6 +480,25 @@ void ParameterMonitorTest::smallWindowScrolls()
     QVERIFY(tabs->height() >= 500);
     QVERIFY(bench.window->horizontalScrollBar()->maximum() > 0);
     QVERIFY(bench.window->verticalScrollBar()->maximum() > 0);
+}
+
+void ParameterMonitorTest::onlyTheShortDirectionScrolls_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<bool>("isLow");
+    QTest::newRow("low and wide") << QSize(1800, 300) << true;
+    QTest::newRow("high and narrow") << QSize(500, 1400) << false;
+}
+
+void ParameterMonitorTest::onlyTheShortDirectionScrolls()
+{
+    QFETCH(QSize, size);
+    QFETCH(bool, isLow);
+    const Bench bench;
+    bench.window->show();
+    bench.window->resize(size);
+    QTRY_COMPARE(bench.window->verticalScrollBar()->maximum() > 0, isLow);
+    QCOMPARE(bench.window->horizontalScrollBar()->maximum() > 0, !isLow);
 }
 
 void ParameterMonitorTest::largeWindowIsFilled()

@@ -51,6 +51,7 @@ private slots:
     void tableHasItsForm();
     void valueReads_data();
     void valueReads();
+    void eventsGoOnWhileThePanelIsBuilt();
     void registerWithoutARowIsDropped();
     void valueThatStaysIsNotDrawnAgain();
     void missingCatalogueIsTold_data();
@@ -247,6 +248,17 @@ void ParameterStatusTest::valueReads()
         filled += !tableOf(panel)->item(row, Parameter_Status::ValueColumn)->text().isEmpty();
     QCOMPARE(filled, 1);
     QCOMPARE(tableOf(panel)->item(rowOf(panel, code), 3)->textAlignment(), int(Qt::AlignCenter));
+}
+
+void ParameterStatusTest::eventsGoOnWhileThePanelIsBuilt()
+{
+    const TestDirectory directory;
+    QObject receiver;
+    bool isHandled = false;
+    QMetaObject::invokeMethod(
+        &receiver, [&isHandled] { isHandled = true; }, Qt::QueuedConnection);
+    const Parameter_Status panel;
+    QVERIFY(isHandled);
 }
 
 void ParameterStatusTest::registerWithoutARowIsDropped()
