@@ -2,6 +2,63 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="zh_CN">
 <context>
+    <name>Alarm_Error</name>
+    <message>
+        <source>Open Failed</source>
+        <translation>打开失败</translation>
+    </message>
+    <message>
+        <source>File does not exit</source>
+        <translation>文件不存在</translation>
+    </message>
+    <message>
+        <source>Failed opening xmlFile</source>
+        <translation>无法打开XML文件</translation>
+    </message>
+    <message>
+        <source>Alarm Current</source>
+        <translation>当前警告</translation>
+    </message>
+    <message>
+        <source>Alarm Name</source>
+        <translation>警告名称</translation>
+    </message>
+    <message>
+        <source>Alaem Cause</source>
+        <translation>警告原因</translation>
+    </message>
+    <message>
+        <source>Alarm Corrective</source>
+        <translation>处理方法</translation>
+    </message>
+    <message>
+        <source>Fault Current</source>
+        <translation>当前故障</translation>
+    </message>
+    <message>
+        <source>Fault Name</source>
+        <translation>故障名称</translation>
+    </message>
+    <message>
+        <source>Fault Cause</source>
+        <translation>故障原因</translation>
+    </message>
+    <message>
+        <source>Fault Corrective</source>
+        <translation>处理方法</translation>
+    </message>
+    <message>
+        <source>Fault
+Reset</source>
+        <translation>故障
+复位</translation>
+    </message>
+    <message>
+        <source>Alarm and Fault</source>
+        <translation>警告与故障</translation>
+    </message>
+</context>
+<context>
     <name>BitFieldFormView</name>
     <message>
         <source>Uint:</source>
@@ -38,6 +95,36 @@
     <message>
         <source>This catalogue has no texts for the digit.</source>
         <translation>此参数表没有该位的说明。</translation>
+    </message>
+</context>
+<context>
+    <name>ChannelConfig</name>
+    <message>
+        <source>Data:</source>
+        <translation>数据:</translation>
+    </message>
+    <message>
+        <source>Type:</source>
+        <translation>类型:</translation>
+    </message>
+</context>
+<context>
+    <name>ChannelPanels</name>
+    <message>
+        <source>CH1</source>
+        <translation>CH1</translation>
+    </message>
+    <message>
+        <source>CH2</source>
+        <translation>CH2</translation>
+    </message>
+    <message>
+        <source>CH3</source>
+        <translation>CH3</translation>
+    </message>
+    <message>
+        <source>CH4</source>
+        <translation>CH4</translation>
     </message>
 </context>
 <context>
@@ -81,6 +168,297 @@
     <message>
         <source>Off-line</source>
         <translation>离线</translation>
+    </message>
+</context>
+<context>
+    <name>Control_Run</name>
+    <message>
+        <source>Position Mode</source>
+        <translation>位置模式</translation>
+    </message>
+    <message>
+        <source>Speed Mode</source>
+        <translation>速度模式</translation>
+    </message>
+    <message>
+        <source>Torque Mode</source>
+        <translation>转矩模式</translation>
+    </message>
+    <message>
+        <source>Control and Run</source>
+        <translation>控制与运行</translation>
+    </message>
+    <message>
+        <source>0:Position Mode</source>
+        <translation>0:位置模式</translation>
+    </message>
+    <message>
+        <source>1:Speed Mode</source>
+        <translation>1:速度模式</translation>
+    </message>
+    <message>
+        <source>2:Torque Mode</source>
+        <translation>2:转矩模式</translation>
+    </message>
+    <message>
+        <source>Read</source>
+        <translation>读取</translation>
+    </message>
+    <message>
+        <source>Control Method:</source>
+        <translation>控制方式：</translation>
+    </message>
+    <message>
+        <source>Source of position command</source>
+        <translation>位置指令来源</translation>
+    </message>
+    <message>
+        <source>0:Pulse command</source>
+        <translation>0:脉冲指令</translation>
+    </message>
+    <message>
+        <source>1:Internal number given</source>
+        <translation>1:内部数值给定</translation>
+    </message>
+    <message>
+        <source>2:Internal multi-segment position command</source>
+        <translation>2:内部多段位置指令</translation>
+    </message>
+    <message>
+        <source>Pulse command shape</source>
+        <translation>脉冲指令形态</translation>
+    </message>
+    <message>
+        <source>0:Pulse+Direction</source>
+        <translation>0:脉冲+方向</translation>
+    </message>
+    <message>
+        <source>1:Foward/Reverse pulse</source>
+        <translation>1:正/反转脉冲</translation>
+    </message>
+    <message>
+        <source>2:Orthogonal pulse</source>
+        <translation>2:正交脉冲</translation>
+    </message>
+    <message>
+        <source>Pulse command input terminal selection</source>
+        <translation>脉冲指令输入端子选择</translation>
+    </message>
+    <message>
+        <source>0:Low speed input terminal</source>
+        <translation>0:低速输入端子</translation>
+    </message>
+    <message>
+        <source>1:High speed input terminal</source>
+        <translation>1:高速输入端子</translation>
+    </message>
+    <message>
+        <source>External pulse minimum pulse width</source>
+        <translation>外部脉冲最小脉宽</translation>
+    </message>
+    <message>
+        <source>Internal position command set value</source>
+        <translation>内部位置指令设定值</translation>
+    </message>
+    <message>
+        <source>Electronic gear-numerator1</source>
+        <translation>电子齿轮比分子1</translation>
+    </message>
+    <message>
+        <source>Electronic gear-denominator</source>
+        <translation>电子齿轮比分母</translation>
+    </message>
+    <message>
+        <source>Source of speed command</source>
+        <translation>速度指令来源</translation>
+    </message>
+    <message>
+        <source>0:External analog inout(V_REF)</source>
+        <translation>0:外部模拟量输入(V_REF)</translation>
+    </message>
+    <message>
+        <source>1:Internal digtal given</source>
+        <translation>1:内部数字给定</translation>
+    </message>
+    <message>
+        <source>2:Internal multi-speed</source>
+        <translation>2:内部多段速</translation>
+    </message>
+    <message>
+        <source>Internal speed command set value</source>
+        <translation>内部速度指令设定值</translation>
+    </message>
+    <message>
+        <source>Speed command accelerates time</source>
+        <translation>速度指令加速时间</translation>
+    </message>
+    <message>
+        <source>Speed command decelerates time</source>
+        <translation>速度指令减速时间</translation>
+    </message>
+    <message>
+        <source>Maximum speed limit</source>
+        <translation>最大速度限制</translation>
+    </message>
+    <message>
+        <source>Source of torque command</source>
+        <translation>转矩指令来源</translation>
+    </message>
+    <message>
+        <source>0:External analog input(T_REF)</source>
+        <translation>0:外部模拟量输入(T_REF)</translation>
+    </message>
+    <message>
+        <source>1:Internal digital given</source>
+        <translation>1:内部数字给定</translation>
+    </message>
+    <message>
+        <source>2:Internal multi-torque</source>
+        <translation>2:内部多段转矩</translation>
+    </message>
+    <message>
+        <source>Internal torque command set value</source>
+        <translation>内部转矩指令设定值</translation>
+    </message>
+    <message>
+        <source>Torque mode speed limit source</source>
+        <translation>转矩模式速度限制来源</translation>
+    </message>
+    <message>
+        <source>0:Internal positive and negative speed limit</source>
+        <translation>0:内部正负速度限制</translation>
+    </message>
+    <message>
+        <source>1:Analog input V_REF for control</source>
+        <translation>1:由模拟量输入V_REF控制</translation>
+    </message>
+    <message>
+        <source>2:Select the first or second speed limit input with DI function</source>
+        <translation>2:由DI功能选择第一或第二速度限制</translation>
+    </message>
+    <message>
+        <source>Torque control forward speed limit value</source>
+        <translation>转矩控制正向速度限制值</translation>
+    </message>
+    <message>
+        <source>Torque control reverse speed limit value</source>
+        <translation>转矩控制反向速度限制值</translation>
+    </message>
+    <message>
+        <source>0:150ns(3.33M)</source>
+        <translation>0:150ns(3.33M)</translation>
+    </message>
+    <message>
+        <source>1:600ns(0.83M)</source>
+        <translation>1:600ns(0.83M)</translation>
+    </message>
+    <message>
+        <source>2:1.2us(416K)</source>
+        <translation>2:1.2us(416K)</translation>
+    </message>
+    <message>
+        <source>3:2.4us(208K)</source>
+        <translation>3:2.4us(208K)</translation>
+    </message>
+    <message>
+        <source>4:No filtering</source>
+        <translation>4:不滤波</translation>
+    </message>
+    <message>
+        <source>0:600ns(830K)</source>
+        <translation>0:600ns(830K)</translation>
+    </message>
+    <message>
+        <source>1:2.4us(208K)</source>
+        <translation>1:2.4us(208K)</translation>
+    </message>
+    <message>
+        <source>2:4.8us(104K)</source>
+        <translation>2:4.8us(104K)</translation>
+    </message>
+    <message>
+        <source>3:9.6us(52K)</source>
+        <translation>3:9.6us(52K)</translation>
+    </message>
+    <message>
+        <source>Failed to enable the servo 
+Please select a DI to Enabled Servo</source>
+        <translation>伺服使能失败
+请选择一个DI设为伺服使能</translation>
+    </message>
+</context>
+<context>
+    <name>DI_DO_DataStatus</name>
+    <message>
+        <source>Open Failed</source>
+        <translation>打开失败</translation>
+    </message>
+    <message>
+        <source>File does not exist</source>
+        <translation>文件不存在</translation>
+    </message>
+    <message>
+        <source>Failed opening DIDOFunction XLM!</source>
+        <translation>无法打开DIDO功能XML文件！</translation>
+    </message>
+    <message>
+        <source>Data Input</source>
+        <translation>数字输入</translation>
+    </message>
+    <message>
+        <source>Data Output</source>
+        <translation>数字输出</translation>
+    </message>
+    <message>
+        <source>Sequence</source>
+        <translation>序号</translation>
+    </message>
+    <message>
+        <source>Symbol</source>
+        <translation>符号</translation>
+    </message>
+    <message>
+        <source>Function Description</source>
+        <translation>功能说明</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>NO fuction</source>
+        <translation>无功能</translation>
+    </message>
+</context>
+<context>
+    <name>FaultHistory</name>
+    <message>
+        <source>Historical Fault</source>
+        <translation>历史故障</translation>
+    </message>
+    <message>
+        <source>Code</source>
+        <translation>代码</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名称</translation>
+    </message>
+    <message>
+        <source>Cauese</source>
+        <translation>原因</translation>
+    </message>
+    <message>
+        <source>Corrective</source>
+        <translation>处理方法</translation>
+    </message>
+    <message>
+        <source>Last Fault</source>
+        <translation>最近一次故障</translation>
+    </message>
+    <message>
+        <source>Historical Fault </source>
+        <translation>历史故障</translation>
     </message>
 </context>
 <context>
@@ -530,6 +908,29 @@
     </message>
 </context>
 <context>
+    <name>Measurement</name>
+    <message>
+        <source>Min:</source>
+        <translation>最小值:</translation>
+    </message>
+    <message>
+        <source>Max:</source>
+        <translation>最大值:</translation>
+    </message>
+    <message>
+        <source>Ave:</source>
+        <translation>平均值:</translation>
+    </message>
+    <message>
+        <source>∆X:</source>
+        <translation>∆X:</translation>
+    </message>
+    <message>
+        <source>∆Y:</source>
+        <translation>∆Y:</translation>
+    </message>
+</context>
+<context>
     <name>ParameterBatch</name>
     <message>
         <source>Batch Parameter Modification</source>
@@ -881,14 +1282,6 @@
         <translation>打开失败</translation>
     </message>
     <message>
-        <source>Reserved</source>
-        <translation>保留</translation>
-    </message>
-    <message>
-        <source>Fail to connect to the device via USB!</source>
-        <translation>无法通过USB连接到设备！</translation>
-    </message>
-    <message>
         <source>Input value execteeds the range!
  
 Max:%1</source>
@@ -965,6 +1358,85 @@ Min:%1</source>
     </message>
 </context>
 <context>
+    <name>Parameter_Monitor</name>
+    <message>
+        <source>Monitor</source>
+        <translation>监控</translation>
+    </message>
+    <message>
+        <source>Parameter Monitor</source>
+        <translation>参数监控</translation>
+    </message>
+    <message>
+        <source>Fault History</source>
+        <translation>历史故障</translation>
+    </message>
+</context>
+<context>
+    <name>Parameter_Status</name>
+    <message>
+        <source>Open Failed</source>
+        <translation>打开失败</translation>
+    </message>
+    <message>
+        <source>File does not exist</source>
+        <translation>文件不存在</translation>
+    </message>
+    <message>
+        <source>Failed opening parameter XML!</source>
+        <translation>无法打开参数XML文件！</translation>
+    </message>
+    <message>
+        <source>Parameter</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source>Description</source>
+        <translation>说明</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>单位</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>数值</translation>
+    </message>
+    <message>
+        <source>Status Parameter</source>
+        <translation>状态参数</translation>
+    </message>
+</context>
+<context>
+    <name>Plotter</name>
+    <message>
+        <source>SaveWaveImage</source>
+        <translation>保存波形图像</translation>
+    </message>
+    <message>
+        <source>Save  Wave Image</source>
+        <translation>保存波形图像</translation>
+    </message>
+    <message>
+        <source>Succeed Save Wave Image </source>
+        <translation>波形图像保存成功</translation>
+    </message>
+    <message>
+        <source>Revocation</source>
+        <translation>撤销</translation>
+    </message>
+    <message>
+        <source>Recover</source>
+        <translation>重做</translation>
+    </message>
+    <message>
+        <source>Failed to calculate the FFT 
+Please Turn on the X-Axis measurement</source>
+        <translation>无法计算 FFT 
+请打开 X 轴测量</translation>
+    </message>
+</context>
+<context>
     <name>QFileDialog</name>
     <message>
         <source>%1 already exists.
@@ -981,12 +1453,452 @@ Do you want to replace it?</source>
     </message>
 </context>
 <context>
+    <name>Scope</name>
+    <message>
+        <source>The samples could not all be written to disk, the scope data files are incomplete!</source>
+        <translation>采样数据未能全部写入磁盘，示波器数据文件不完整！</translation>
+    </message>
+    <message>
+        <source>Open Scope File Failed!</source>
+        <translation>打开示波器文件失败！</translation>
+    </message>
+    <message>
+        <source>Open Scope Data File Error!</source>
+        <translation>打开示波器数据文件出错！</translation>
+    </message>
+    <message>
+        <source>Save File</source>
+        <translation>保存文件</translation>
+    </message>
+    <message>
+        <source>The record already lies in this folder, and the next run deletes it. Please choose another folder.</source>
+        <translation>录波数据已在此文件夹中，且下次运行时会被删除，请选择其他文件夹。</translation>
+    </message>
+    <message>
+        <source>Successfully save scope data file!</source>
+        <translation>示波器数据文件保存成功！</translation>
+    </message>
+    <message>
+        <source>Not saved, since the name is taken or the folder takes no files:</source>
+        <translation>以下文件未保存（同名文件已存在或文件夹不可写）：</translation>
+    </message>
+    <message>
+        <source>Open txt file</source>
+        <translation>打开txt文件</translation>
+    </message>
+    <message>
+        <source>Parameter File(*.txt)</source>
+        <translation>参数文件(*.txt)</translation>
+    </message>
+</context>
+<context>
+    <name>ScopeSidePanel</name>
+    <message>
+        <source>Properties</source>
+        <translation>属性</translation>
+    </message>
+    <message>
+        <source>Show Grid Line</source>
+        <translation>显示网格线</translation>
+    </message>
+    <message>
+        <source>Auto adjust the scope display</source>
+        <translation>自动调整示波器显示</translation>
+    </message>
+    <message>
+        <source>Keep current max/min value next start</source>
+        <translation>下次启动时保持当前最大/最小值</translation>
+    </message>
+    <message>
+        <source>When display all data in sceen,</source>
+        <translation>显示全部数据时，</translation>
+    </message>
+    <message>
+        <source>channels use individual coordinate</source>
+        <translation>各通道使用独立坐标</translation>
+    </message>
+    <message>
+        <source>channels use the same coordinate</source>
+        <translation>各通道使用相同坐标</translation>
+    </message>
+    <message>
+        <source>CH1</source>
+        <translation>CH1</translation>
+    </message>
+    <message>
+        <source>CH2</source>
+        <translation>CH2</translation>
+    </message>
+    <message>
+        <source>CH3</source>
+        <translation>CH3</translation>
+    </message>
+    <message>
+        <source>CH4</source>
+        <translation>CH4</translation>
+    </message>
+    <message>
+        <source>zoom Time-Axis</source>
+        <translation>缩放时间轴</translation>
+    </message>
+    <message>
+        <source>Zoom Value-axis</source>
+        <translation>缩放数值轴</translation>
+    </message>
+    <message>
+        <source>Fine Tuning</source>
+        <translation>微调</translation>
+    </message>
+    <message>
+        <source>Enable Fine Tuning</source>
+        <translation>启用微调</translation>
+    </message>
+    <message>
+        <source>Stop Condition</source>
+        <translation>停止条件</translation>
+    </message>
+    <message>
+        <source>Enable Stop Condition</source>
+        <translation>启用停止条件</translation>
+    </message>
+    <message>
+        <source>Channel</source>
+        <translation>通道</translation>
+    </message>
+    <message>
+        <source>Operation</source>
+        <translation>运算</translation>
+    </message>
+    <message>
+        <source>Stop Value:</source>
+        <translation>停止值:</translation>
+    </message>
+    <message>
+        <source>Condition satisfied,last</source>
+        <translation>条件满足后持续</translation>
+    </message>
+</context>
+<context>
+    <name>ScopeToolBar</name>
+    <message>
+        <source>Open a SCP File</source>
+        <translation>打开SCP文件</translation>
+    </message>
+    <message>
+        <source>Save as a SCP File</source>
+        <translation>保存为SCP文件</translation>
+    </message>
+    <message>
+        <source>Print Screen</source>
+        <translation>截屏</translation>
+    </message>
+    <message>
+        <source>Change Backgrond Color</source>
+        <translation>更改背景颜色</translation>
+    </message>
+    <message>
+        <source>Zoom in</source>
+        <translation>放大</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>缩小</translation>
+    </message>
+    <message>
+        <source>Show all data in screen</source>
+        <translation>显示全部数据</translation>
+    </message>
+    <message>
+        <source>Show all data in screen, and adjust max/min value automatically</source>
+        <translation>显示全部数据并自动调整最大/最小值</translation>
+    </message>
+    <message>
+        <source>Shift Left</source>
+        <translation>左移</translation>
+    </message>
+    <message>
+        <source>Shift Right</source>
+        <translation>右移</translation>
+    </message>
+    <message>
+        <source>Shift Up</source>
+        <translation>上移</translation>
+    </message>
+    <message>
+        <source>Shift Down</source>
+        <translation>下移</translation>
+    </message>
+    <message>
+        <source>X-Axis measurement</source>
+        <translation>X轴测量</translation>
+    </message>
+    <message>
+        <source>Y-Axis measurement</source>
+        <translation>Y轴测量</translation>
+    </message>
+    <message>
+        <source>Clear Screen</source>
+        <translation>清屏</translation>
+    </message>
+    <message>
+        <source>FFT</source>
+        <translation>FFT</translation>
+    </message>
+    <message>
+        <source>Run</source>
+        <translation>运行</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+</context>
+<context>
+    <name>ScopeWindow</name>
+    <message>
+        <source>Scope</source>
+        <translation>示波器</translation>
+    </message>
+    <message>
+        <source>Open Failed</source>
+        <translation>打开失败</translation>
+    </message>
+    <message>
+        <source>File does not exist</source>
+        <translation>文件不存在</translation>
+    </message>
+    <message>
+        <source>Failed opening parameter XML!</source>
+        <translation>打开参数XML文件失败！</translation>
+    </message>
+</context>
+<context>
     <name>SerialPort</name>
     <message>
         <source>Fail to connect to the device via 
 Read Modbus Failed!</source>
         <translation>连接设备失败：
 读取Modbus失败！</translation>
+    </message>
+</context>
+<context>
+    <name>SpectrumWindow</name>
+    <message>
+        <source>Fast Fourier Transform</source>
+        <translation>快速傅里叶变换</translation>
+    </message>
+</context>
+<context>
+    <name>TrialRun</name>
+    <message>
+        <source>JOG speed value</source>
+        <translation>JOG速度值</translation>
+    </message>
+    <message>
+        <source>JOG acceleration time</source>
+        <translation>JOG加速时间</translation>
+    </message>
+    <message>
+        <source>JOG deceleration time</source>
+        <translation>JOG减速时间</translation>
+    </message>
+    <message>
+        <source>JOG torque limit</source>
+        <translation>JOG转矩限制</translation>
+    </message>
+    <message>
+        <source>Moving Distance</source>
+        <translation>移动距离</translation>
+    </message>
+    <message>
+        <source>Maximum running Speed</source>
+        <translation>最大运行速度</translation>
+    </message>
+    <message>
+        <source>Acceleration Time</source>
+        <translation>加减速时间</translation>
+    </message>
+    <message>
+        <source>Wait Time</source>
+        <translation>等待时间</translation>
+    </message>
+    <message>
+        <source>Overload protection gain</source>
+        <translation>过载保护增益</translation>
+    </message>
+    <message>
+        <source>Overspeed protection threshold</source>
+        <translation>超速保护阈值</translation>
+    </message>
+    <message>
+        <source>Position deviation excessive threshold</source>
+        <translation>位置偏差过大阈值</translation>
+    </message>
+    <message>
+        <source>Trial Run</source>
+        <translation>试运行</translation>
+    </message>
+    <message>
+        <source>Paramter Value Input Error!</source>
+        <translation>参数值输入错误！</translation>
+    </message>
+    <message>
+        <source>Input value execteeds the range!
+ 
+Max:%1</source>
+        <translation>输入值超出范围！
+ 
+最大值:%1</translation>
+    </message>
+    <message>
+        <source>Input value execteeds the range!
+ 
+Min:%1</source>
+        <translation>输入值超出范围！
+ 
+最小值:%1</translation>
+    </message>
+</context>
+<context>
+    <name>TrialRunPage</name>
+    <message>
+        <source>Parameters</source>
+        <translation>参数</translation>
+    </message>
+    <message>
+        <source>Range</source>
+        <translation>范围</translation>
+    </message>
+    <message>
+        <source>Uint</source>
+        <translation>单位</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>值</translation>
+    </message>
+    <message>
+        <source>Frist Step</source>
+        <translation>第一步</translation>
+    </message>
+    <message>
+        <source>Run JOG</source>
+        <translation>JOG运行</translation>
+    </message>
+    <message>
+        <source>Second Step</source>
+        <translation>第二步</translation>
+    </message>
+    <message>
+        <source>Position Pnformation(Uint: PUU)</source>
+        <translation>位置信息(单位: PUU)</translation>
+    </message>
+    <message>
+        <source>Third Step</source>
+        <translation>第三步</translation>
+    </message>
+    <message>
+        <source>Position Operation</source>
+        <translation>位置运行</translation>
+    </message>
+    <message>
+        <source>Servo ON</source>
+        <translation>伺服使能</translation>
+    </message>
+    <message>
+        <source>Servo OFF</source>
+        <translation>伺服关闭</translation>
+    </message>
+    <message>
+        <source>Forward: the motor turns while the button is held</source>
+        <translation>正转：按住按钮时电机转动</translation>
+    </message>
+    <message>
+        <source>Rollback: the motor turns while the button is held</source>
+        <translation>反转：按住按钮时电机转动</translation>
+    </message>
+    <message>
+        <source>Forward limit position</source>
+        <translation>正向极限位置</translation>
+    </message>
+    <message>
+        <source>Current position</source>
+        <translation>当前位置</translation>
+    </message>
+    <message>
+        <source>Rollback limit position</source>
+        <translation>反向极限位置</translation>
+    </message>
+    <message>
+        <source>Once</source>
+        <translation>单次</translation>
+    </message>
+    <message>
+        <source>Continuous</source>
+        <translation>连续</translation>
+    </message>
+    <message>
+        <source>Forward: one move for each press</source>
+        <translation>正向：每按一次移动一次</translation>
+    </message>
+    <message>
+        <source>Rollback: one move for each press</source>
+        <translation>反向：每按一次移动一次</translation>
+    </message>
+    <message>
+        <source>Run and pause</source>
+        <translation>运行与暂停</translation>
+    </message>
+    <message>
+        <source>JOG RUN</source>
+        <translation>JOG运行</translation>
+    </message>
+    <message>
+        <source>Position RUN</source>
+        <translation>位置运行</translation>
+    </message>
+</context>
+<context>
+    <name>io_control</name>
+    <message>
+        <source>Open Failed</source>
+        <translation>打开失败</translation>
+    </message>
+    <message>
+        <source>File does not exist</source>
+        <translation>文件不存在</translation>
+    </message>
+    <message>
+        <source>Failed opening DIDOFunction XLM!</source>
+        <translation>无法打开DIDO功能XML文件！</translation>
+    </message>
+    <message>
+        <source>I/O Control</source>
+        <translation>I/O控制</translation>
+    </message>
+    <message>
+        <source>0:External hardware terminal control</source>
+        <translation>0:外部硬件端子控制</translation>
+    </message>
+    <message>
+        <source>1:Auxiliary input control</source>
+        <translation>1:辅助输入控制</translation>
+    </message>
+    <message>
+        <source>0:Internal program control</source>
+        <translation>0:内部程序控制</translation>
+    </message>
+    <message>
+        <source>1:Auxiliary output control</source>
+        <translation>1:辅助输出控制</translation>
+    </message>
+    <message>
+        <source>DI control</source>
+        <translation>DI控制</translation>
+    </message>
+    <message>
+        <source>DO control</source>
+        <translation>DO控制</translation>
     </message>
 </context>
 </TS>

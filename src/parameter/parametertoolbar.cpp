@@ -52,16 +52,16 @@ QToolBar *makeParameterToolBar(ParameterEditor *editor)
     using Editor = ParameterEditor;
     constexpr int gapWidth = 40; // pixels
     const QList<Tool> files{
-        {"openAction", "open.png", Editor::tr("&Open..."), Editor::tr("Open an existing file"),
-         &Editor::openExistParameter},
-        {"saveAction", "save.png", Editor::tr("&Save"), Editor::tr("Save the document to disk"),
-         &Editor::saveParameters},
+        {"openAction", "open.png", ParameterEditor::tr("&Open..."),
+         ParameterEditor::tr("Open an existing file"), &Editor::openExistParameter},
+        {"saveAction", "save.png", ParameterEditor::tr("&Save"),
+         ParameterEditor::tr("Save the document to disk"), &Editor::saveParameters},
     };
     const QList<Tool> drive{
-        {"readAction", "downarrow.png", Editor::tr("&Read Parameters"), Editor::tr("Read Parameters"),
-         &Editor::readPageSlt},
-        {"writeAction", "uparrow.png", Editor::tr("&Write Parameters"), Editor::tr("Write Parameters"),
-         &Editor::writePageSlt},
+        {"readAction", "downarrow.png", ParameterEditor::tr("&Read Parameters"),
+         ParameterEditor::tr("Read Parameters"), &Editor::readPageSlt},
+        {"writeAction", "uparrow.png", ParameterEditor::tr("&Write Parameters"),
+         ParameterEditor::tr("Write Parameters"), &Editor::writePageSlt},
     };
 
     auto *const bar = new QToolBar;
@@ -75,10 +75,11 @@ QToolBar *makeParameterToolBar(ParameterEditor *editor)
     for (const Tool &tool : drive)
         addTool(bar, tool, editor);
     QAction *const print = addTool(bar,
-                                   {"printAction", "print.png", Editor::tr("Print"),
-                                    Editor::tr("PrintPreview"), &Editor::doPrintPreviewSlot},
+                                   {"printAction", "print.png", ParameterEditor::tr("Print"),
+                                    ParameterEditor::tr("PrintPreview"), &Editor::doPrintPreviewSlot},
                                    editor);
-    addTool(bar, {"editAction", "edit1.png", Editor::tr("edit parameter"), {}, &Editor::editParaSlot},
+    addTool(bar,
+            {"editAction", "edit1.png", ParameterEditor::tr("edit parameter"), {}, &Editor::editParaSlot},
             editor);
     addPdfMenu(bar, print, editor);
     return bar;
