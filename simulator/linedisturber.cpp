@@ -68,9 +68,10 @@ DisturbedReply LineDisturber::apply(Bytes reply)
     if (take(&m_stale)) {
         result.disturbed = true;
         const std::size_t tail = std::min(staleTail, older.size());
-        Bytes withStale(older.end() - static_cast<Bytes::difference_type>(tail), older.end());
-        if (withStale.empty())
-            withStale = {0x00, 0x00};
+        // Before the first reply two zeros stand for the older one.
+        Bytes withStale(tail > 0 ? 0 : 2, 0x00);
+        withStale.insert(withStale.end(), older.end() - static_cast<Bytes::difference_type>(tail),
+                         older.end());
         withStale.insert(withStale.end(), reply.begin(), reply.end());
         reply = std::move(withStale);
     }

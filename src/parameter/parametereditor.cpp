@@ -148,6 +148,11 @@ void ParameterEditor::readXmlFinished()
 
 void ParameterEditor::communicationLostSlot() {}
 
+void ParameterEditor::linkEnded()
+{
+    transfer->loseReply();
+}
+
 void ParameterEditor::listWidgetcurrentRowChanged(int index)
 {
     if (index > 0)

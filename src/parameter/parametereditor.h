@@ -79,6 +79,8 @@ public slots:
     void readXml(int index, QStringList values, QStringList description);
     void readXmlFinished();
     void communicationLostSlot();
+    // The link's worker has ended. Nothing is said; a request that was under way will be overdue.
+    void linkEnded();
 
 protected:
     void changeEvent(QEvent *event) override;

@@ -144,7 +144,7 @@ void ParameterTransfer::takeReply(const QByteArray &reply)
 {
     // Nobody waits for this one: it comes after its time-out, or answers the probe of a restarted link, which
     // goes to the window that asked last.
-    if (!conversation.takeReply())
+    if (isReplyLost || !conversation.takeReply())
         return;
     const QPointer<ParameterTransfer> alive(this);
     if (isDiscarding)
@@ -155,9 +155,15 @@ void ParameterTransfer::takeReply(const QByteArray &reply)
         beginWaiting();
 }
 
+void ParameterTransfer::loseReply()
+{
+    isReplyLost = conversation.isOutstanding();
+}
+
 void ParameterTransfer::timeOut()
 {
     conversation.drop();
+    isReplyLost = false;
     const QPointer<ParameterTransfer> alive(this);
     emit withdrawn();
     if (isDiscarding)

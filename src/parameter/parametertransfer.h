@@ -53,6 +53,9 @@ public:
 
     // A reply from the link; one that nobody waits for means nothing.
     void takeReply(const QByteArray &reply);
+    // The link's worker has ended and its request with it. The next reply answers the probe of the worker
+    // that follows, so none is taken until this request is overdue.
+    void loseReply();
     // Asks for the value of the record that is being written.
     void sendReadBack();
     // Ends what is under way as if its reply had not come in time.
@@ -115,5 +118,6 @@ private:
     int readTotal = 0;
     int writeTotal = 0;
     bool batchWriteFlag = false; // the running write comes from the batch window
+    bool isReplyLost = false;    // what comes answers another request
     bool isDiscarding = false;   // the outstanding reply belongs to a run that was cancelled
 };

@@ -44,6 +44,7 @@ void connectEditor(QWidget *widget, SerialPort *link, MainWindow *shell)
     auto *const editor = static_cast<ParameterEditor *>(widget);
     connectRequests(editor, link, shell);
     QObject::connect(editor, &ParameterEditor::withdrawRequests, link, &SerialPort::withdraw);
+    QObject::connect(link, &QThread::finished, editor, &ParameterEditor::linkEnded);
     QObject::connect(link, &SerialPort::handleBaseParameter, editor, &ParameterEditor::handleBaseParameter);
     QObject::connect(editor, &ParameterEditor::subWindowClosed, shell, &MainWindow::hidePrintAct);
     QObject::connect(shell, &MainWindow::doPrint, editor, [shell, editor] {

@@ -114,6 +114,7 @@ private slots:
     void whatWaitsLeavesAfterATimeOut();
     void eachReplyGoesToItsOwnRegister();
     void replyAfterTheTimeOutIsNobodys();
+    void replyBehindALostLinkIsNobodys();
     void cancelEndsARun_data();
     void cancelEndsARun();
     void nothingBeginsBeforeTheReplyOfACancelledRun();
@@ -261,6 +262,28 @@ void ParameterTransferTest::replyAfterTheTimeOutIsNobodys()
     exchange.answer();
     QCOMPARE(exchange.answers.count(), 0);
     QCOMPARE(exchange.peer.frames, QList<QByteArray>{readJog});
+}
+
+// It answers the probe of the worker that followed, which goes to the window that asked last.
+void ParameterTransferTest::replyBehindALostLinkIsNobodys()
+{
+    Exchange exchange;
+    readPages(exchange.transfer);
+    exchange.transfer.loseReply();
+    exchange.answer();
+    QCOMPARE(exchange.answers.count(), 0);
+    QCOMPARE(exchange.peer.frames, QList<QByteArray>{readJog});
+    // The silence is told, and the next request has its reply again.
+    exchange.transfer.timeOut();
+    QCOMPARE(exchange.ends.count(End::RequestTimeout), 1);
+    readOne(exchange.transfer);
+    exchange.answer();
+    QCOMPARE(exchange.answers.count(), 1);
+    // Without a request under way nothing is lost.
+    exchange.transfer.loseReply();
+    readOne(exchange.transfer);
+    exchange.answer();
+    QCOMPARE(exchange.answers.count(), 2);
 }
 
 void ParameterTransferTest::cancelEndsARun_data()
