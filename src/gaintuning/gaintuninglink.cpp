@@ -2,6 +2,7 @@
 #include "gaintuning/gaintuninglink.h"
 
 #include "gaintuning/gaintuningframes.h"
+#include "link/linkstate.h"
 #include "link/replies.h"
 #include "link/requests.h"
 
@@ -87,6 +88,12 @@ void GainTuningLink::start()
 
 void GainTuningLink::startRound()
 {
+    // Each chunk of a running stream counts as an answer: a reply that meets one is lost, and with it the
+    // round.
+    if (isScopeStreamRunning()) {
+        roundTimer.start();
+        return;
+    }
     roundTimer.stop();
     cycleCount = (cycleCount + 1) % rounds;
     if (isStale && linkState == Idle) {

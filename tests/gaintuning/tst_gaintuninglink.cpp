@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The conversation of gain tuning, frame by frame: every state by every kind of reply.
 #include "gaintuning/gaintuninglink.h"
+#include "link/serialport.h"
 #include "support/signallog.h"
 #include "support/wire.h"
 
@@ -42,6 +43,7 @@ private slots:
     void repeatedRequestMayBeAnsweredTwice_data();
     void repeatedRequestMayBeAnsweredTwice();
     void roundMonitorsItsFourRegisters();
+    void roundWaitsForTheEndOfAScopeRun();
     void writeReplyInTheRoundDropsItsRest();
     void singleWriteEndsWithTheFirstWriteReply();
     void readInASingleWriteIsDroppedWithTheRestOfTheRound();
@@ -260,6 +262,16 @@ void GainTuningLinkTest::roundMonitorsItsFourRegisters()
     QCOMPARE(std::get<0>(values.calls.at(2)), 0x2601);
     QCOMPARE(std::get<1>(values.calls.at(2)), 440u);
     QCOMPARE(full.count(), 0);
+}
+
+void GainTuningLinkTest::roundWaitsForTheEndOfAScopeRun()
+{
+    SerialPort::scopeRunning = true;
+    finishFirstRead();
+    const bool asked = QTest::qWaitFor([this] { return frames->count() > 0; }, 700);
+    SerialPort::scopeRunning = false;
+    QVERIFY(!asked);
+    QVERIFY(waitForRound());
 }
 
 void GainTuningLinkTest::writeReplyInTheRoundDropsItsRest()
