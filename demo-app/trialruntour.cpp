@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTableWidget>
 #include <QTest>
 
@@ -77,10 +78,17 @@ void addTrialRunTour(Tour *tour, MainWindow *window)
     tour->add({QStringLiteral("step three can be opened"),
                [] { return find<QPushButton>("positionRunButton")->isEnabled(); },
                [] { click("positionRunButton"); }, QString()});
+    tour->add({QStringLiteral("a mode can be chosen"),
+               [] { return find<QRadioButton>("onceButton")->isEnabled(); },
+               [] {
+                   auto *const once = find<QRadioButton>("onceButton");
+                   QTest::mouseClick(once, Qt::LeftButton, {}, QPoint(10, once->height() / 2));
+               },
+               QString()});
     tour->add({QStringLiteral("positions are shown"),
                [] {
                    const auto *const table = find<QTableWidget>("positionTable");
-                   return table->isEnabled() && table->item(0, 3) && !table->item(0, 3)->text().isEmpty();
+                   return table->isEnabled() && table->item(1, 3) && !table->item(1, 3)->text().isEmpty();
                },
                [] { Tour::visible<TrialRun>()->parentWidget()->close(); }, QStringLiteral("19-positions")});
     tour->add({QStringLiteral("drive is given back"),
