@@ -121,20 +121,24 @@ bool fft::transform(const QVector<Complex> &input, int n, QVector<Complex> &outp
         return false;
     qDebug() << "come in";
     prepareTwiddles(n);
-    const QVector<Complex> source = input; // it may be the output
-    Complex *const values = output.data();
+    QVector<Complex> work(n); // the output may be the input
+    Complex *const values = work.data();
     int bits = 0;
     while (1 << bits < n)
         ++bits;
     if (bits < 2 * sideBits)
-        permuteSmall(source.constData(), bits, values);
+        permuteSmall(input.constData(), bits, values);
     else
-        permuteLarge(source.constData(), bits, values);
+        permuteLarge(input.constData(), bits, values);
 
     const int cached = std::min(n, cachedElements);
     for (int begin = 0; begin < n; begin += cached)
         combineAll(values + begin, cached, 1, twiddles.constData());
     combineAll(values, n, cached, twiddles.constData());
+    if (output.size() == n)
+        output.swap(work);
+    else
+        std::copy(work.cbegin(), work.cend(), output.begin());
     return true;
 }
 

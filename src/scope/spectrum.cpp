@@ -30,13 +30,12 @@ Spectrum spectrumOf(const QVector<double> &samples, fft *transformer)
     QVector<fft::Complex> values(n, {0.0, 0.0});
     for (int i = 0; i < std::min(count, n); ++i)
         values[i].first = samples.at(i);
-    QVector<fft::Complex> bins(n);
-    transformer->transform(values, n, bins);
+    transformer->transform(values, n, values);
     spectrum.frequency.resize(n / 2);
     spectrum.amplitude.resize(n / 2);
     for (int i = 0; i < n / 2; ++i) {
-        const double re = bins.at(i).first;
-        const double im = bins.at(i).second;
+        const double re = values.at(i).first;
+        const double im = values.at(i).second;
         const double amplitude = std::sqrt(re * re + im * im) * (i == 0 ? 1 : 2) / count;
         spectrum.frequency[i] =
             static_cast<double>(static_cast<float>(i) * sampleRate / static_cast<float>(n));

@@ -101,7 +101,7 @@ private slots:
     void transformEqualsItsDefinition();
     void everySizeEqualsTheTransformInHalves();
     void largeTransformFindsItsSines();
-    void outputMayBeTheInput();
+    void outputMayBeTheInputOrLonger();
     void constantIsCutAfterNineDecimals();
     void sizesAreChangedFreely();
     void sizeIsTheFirstThatHoldsTheSamples_data();
@@ -194,7 +194,7 @@ void FftTest::everySizeEqualsTheTransformInHalves()
     }
 }
 
-void FftTest::outputMayBeTheInput()
+void FftTest::outputMayBeTheInputOrLonger()
 {
     for (const int n : {8, 4096}) {
         const Values input = complexOf(signalOf("noise", n));
@@ -204,6 +204,11 @@ void FftTest::outputMayBeTheInput()
         QVERIFY(transformer.transform(input, n, apart));
         QVERIFY(transformer.transform(inPlace, n, inPlace));
         QCOMPARE(inPlace, apart);
+        // What stands behind the result stays.
+        Values longer(n + 1, {7.0, 7.0});
+        QVERIFY(transformer.transform(input, n, longer));
+        QCOMPARE(longer.mid(0, n), apart);
+        QCOMPARE(longer.last(), qMakePair(7.0, 7.0));
     }
 }
 
