@@ -22,5 +22,7 @@ public:
 private:
     void prepareTwiddles(int n);
 
-    QVector<Complex> twiddles; // of the last size, half as many
+    // Of the last size, in the order in which the stages take them: those of the stage with this half begin
+    // at its number.
+    QVector<Complex> twiddles;
 };

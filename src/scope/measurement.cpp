@@ -72,21 +72,23 @@ bool Measurement::drag(const QPoint &point, const PlotContext &context, QVector<
         if (!cursors[static_cast<size_t>(index)].isGrabbed)
             continue;
         hasMoved = true;
-        if (isX(index)) {
-            placeAt(index, cursorrules::xPosition(point.x(), context.geometry), context);
+        dragTo(index, point, context);
+        if (isX(index))
             readXValues(index, context, lastValue);
-        } else {
-            placeAt(index, cursorrules::yPosition(point.y(), context.geometry), context);
+        else
             readYValues(index, context, lastValue);
-        }
     }
     if (hasMoved)
         drawStatistics(context);
     return hasMoved;
 }
 
-void Measurement::release(const PlotContext &context)
+void Measurement::release(const QPoint &point, const PlotContext &context)
 {
+    for (int index = X1; index <= Y2; ++index) {
+        if (cursors[static_cast<size_t>(index)].isGrabbed)
+            dragTo(index, point, context);
+    }
     if (xMeasureOn && (cursors[X1].isGrabbed || cursors[X2].isGrabbed))
         statsDirty = true;
     letGo();
@@ -106,6 +108,14 @@ void Measurement::placeAt(int index, double position, const PlotContext &context
     cursor.fraction = isX(index) ? cursorrules::xFraction(position, context.geometry)
                                  : cursorrules::yFraction(position, context.geometry);
     drawCursor(index, context);
+}
+
+void Measurement::dragTo(int index, const QPoint &point, const PlotContext &context)
+{
+    placeAt(index,
+            isX(index) ? cursorrules::xPosition(point.x(), context.geometry)
+                       : cursorrules::yPosition(point.y(), context.geometry),
+            context);
 }
 
 void Measurement::drawCursor(int index, const PlotContext &context)

@@ -42,7 +42,8 @@ public:
     void press(const QPoint &point, const PlotContext &context);
     // Moves a grabbed cursor; true when one moved. Stores the values under it in lastValue.
     bool drag(const QPoint &point, const PlotContext &context, QVector<double> *lastValue);
-    void release(const PlotContext &context);
+    // Leaves a grabbed cursor where the button was released, and computes its statistics.
+    void release(const QPoint &point, const PlotContext &context);
     void letGo();
     // The statistics are computed anew when they are drawn next.
     void markDirty() { statsDirty = true; }
@@ -63,6 +64,8 @@ public:
 private:
     static bool isX(int index) { return index == X1 || index == X2; }
     void placeAt(int index, double position, const PlotContext &context);
+    // Within the plot area, by the coordinate that the cursor goes along.
+    void dragTo(int index, const QPoint &point, const PlotContext &context);
     void drawCursor(int index, const PlotContext &context);
     void readXValues(int index, const PlotContext &context, QVector<double> *lastValue);
     void readYValues(int index, const PlotContext &context, QVector<double> *lastValue);

@@ -438,7 +438,7 @@ void Plotter::mouseReleaseEvent(QMouseEvent *event)
         if (band.width() >= smallestBand && band.height() >= smallestBand)
             pushMeasuredView(viewrules::zoomedTo(band, history.current(), data, context().geometry));
     } else if (event->button() == Qt::LeftButton) {
-        measurement.release(context());
+        measurement.release(event->pos(), context());
         measurement.clearTag();
         refreshPixmap();
     } else if (event->button() == Qt::RightButton && isStopped &&

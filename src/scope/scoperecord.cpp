@@ -101,9 +101,11 @@ void ScopeRecord::append(int channel, const QVector<double> &samples)
     write(channel, text);
 }
 
+// At once: what has arrived is to be there for other programs, and after a crash.
 void ScopeRecord::write(int channel, const QByteArray &bytes)
 {
-    if (channelFiles.at(channel).write(bytes) != bytes.size())
+    QFile &file = channelFiles.at(channel);
+    if (file.write(bytes) != bytes.size() || !file.flush())
         hasFailed = true;
 }
 

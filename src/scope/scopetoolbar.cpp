@@ -47,9 +47,9 @@ ScopeToolBar::ScopeToolBar(QWidget *parent)
     for (std::size_t tool = 0; tool < faces.size(); ++tool) {
         if (tool == Run)
             addSeparator();
-        const QString text = tr(faces.at(tool).text);
-        toolActions.at(tool) = addAction(QIcon(QLatin1String(faces.at(tool).picture)), text);
-        toolActions.at(tool)->setToolTip(text);
+        // Without a tool tip of its own an action shows its text, also when that changes.
+        toolActions.at(tool) =
+            addAction(QIcon(QLatin1String(faces.at(tool).picture)), tr(faces.at(tool).text));
     }
     for (const Tool tool : {ZoomIn, ZoomOut})
         action(tool)->setEnabled(false);

@@ -31,15 +31,15 @@ Spectrum spectrumOf(const QVector<double> &samples, fft *transformer)
     for (int i = 0; i < std::min(count, n); ++i)
         values[i].first = samples.at(i);
     transformer->transform(values, n, values);
-    spectrum.frequency.reserve(n / 2);
-    spectrum.amplitude.reserve(n / 2);
+    spectrum.frequency.resize(n / 2);
+    spectrum.amplitude.resize(n / 2);
     for (int i = 0; i < n / 2; ++i) {
         const double re = values.at(i).first;
         const double im = values.at(i).second;
         const double amplitude = std::sqrt(re * re + im * im) * (i == 0 ? 1 : 2) / count;
-        spectrum.frequency.append(
-            static_cast<double>(static_cast<float>(i) * sampleRate / static_cast<float>(n)));
-        spectrum.amplitude.append(amplitude);
+        spectrum.frequency[i] =
+            static_cast<double>(static_cast<float>(i) * sampleRate / static_cast<float>(n));
+        spectrum.amplitude[i] = amplitude;
     }
     return spectrum;
 }

@@ -99,7 +99,9 @@ private slots:
     void impossibleSizesAreRefused();
     void transformEqualsItsDefinition_data();
     void transformEqualsItsDefinition();
+    void everySizeEqualsTheTransformInHalves();
     void largeTransformFindsItsSines();
+    void outputMayBeTheInputOrLonger();
     void constantIsCutAfterNineDecimals();
     void sizesAreChangedFreely();
     void sizeIsTheFirstThatHoldsTheSamples_data();
@@ -172,6 +174,41 @@ void FftTest::transformEqualsItsDefinition()
         // The butterflies take products of factors with the cut constant, the sum takes one: they differ by
         // its effect, up to some parts in a thousand million.
         QVERIFY2(off <= 4e-9 * scale, QByteArray::number(off / scale).constData());
+    }
+}
+
+void FftTest::everySizeEqualsTheTransformInHalves()
+{
+    fft transformer;
+    // Small ones, squares of elements, blocks in the cache and beyond them; odd and even numbers of stages.
+    for (int n = 2; n <= 131072; n *= 2) {
+        const QVector<double> x = signalOf("noise", n);
+        Values output(n);
+        QVERIFY(transformer.transform(complexOf(x), n, output));
+        const auto expected = inHalves({x.begin(), x.end()});
+        for (int k = 0; k < n; ++k) {
+            const std::complex<double> off(output.at(k).first - double(expected[std::size_t(k)].real()),
+                                           output.at(k).second - double(expected[std::size_t(k)].imag()));
+            QVERIFY2(std::abs(off) <= 1e-13 * n, QByteArray::number(n).constData());
+        }
+    }
+}
+
+void FftTest::outputMayBeTheInputOrLonger()
+{
+    for (const int n : {8, 4096}) {
+        const Values input = complexOf(signalOf("noise", n));
+        Values apart(n);
+        Values inPlace = input;
+        fft transformer;
+        QVERIFY(transformer.transform(input, n, apart));
+        QVERIFY(transformer.transform(inPlace, n, inPlace));
+        QCOMPARE(inPlace, apart);
+        // What stands behind the result stays.
+        Values longer(n + 1, {7.0, 7.0});
+        QVERIFY(transformer.transform(input, n, longer));
+        QCOMPARE(longer.mid(0, n), apart);
+        QCOMPARE(longer.last(), qMakePair(7.0, 7.0));
     }
 }
 

@@ -107,6 +107,7 @@ class PlotMeasureTest : public QObject
 private slots:
     void init() { directory.clear(); }
     void cursorIsDraggedAtItsHandle();
+    void cursorStaysWhereTheButtonWasReleased();
     void firstCursorReadsVisibleChannelsOnly();
     void cursorIsNotGrabbedElsewhere_data();
     void cursorIsNotGrabbedElsewhere();
@@ -148,6 +149,25 @@ void PlotMeasureTest::cursorIsDraggedAtItsHandle()
     moveMouse(plotter.get(), {300, 40});
     QCOMPARE(values.size(), 3);
     QVERIFY(!hasCursorAt(plotter.get(), 300));
+}
+
+void PlotMeasureTest::cursorStaysWhereTheButtonWasReleased()
+{
+    const auto plotter = makeStopped(ramp(8000));
+    plotter->setXMeasurement(true);
+    plotter->setYMeasurement(true);
+    QSignalSpy values(plotter.get(), &Plotter::sendMoveLineYSignal);
+    // A quick hand's last move need not be reported.
+    QTest::mousePress(plotter.get(), Qt::LeftButton, {}, {50, 40});
+    QTest::mouseRelease(plotter.get(), Qt::LeftButton, {}, {250, 40});
+    QVERIFY(hasCursorAt(plotter.get(), 250));
+    QTest::mousePress(plotter.get(), Qt::LeftButton, {}, {750, 40});
+    QTest::mouseRelease(plotter.get(), Qt::LeftButton, {}, {5000, 40});
+    QVERIFY(hasCursorAt(plotter.get(), 750));
+    QTest::mousePress(plotter.get(), Qt::LeftButton, {}, {40, 375});
+    QTest::mouseRelease(plotter.get(), Qt::LeftButton, {}, {40, 250});
+    QVERIFY(hasRed(plotter->grab().toImage(), {700, 250, 1, 1}));
+    QCOMPARE(values.size(), 0); // the fields follow moves
 }
 
 void PlotMeasureTest::firstCursorReadsVisibleChannelsOnly()

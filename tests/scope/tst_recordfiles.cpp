@@ -22,6 +22,7 @@ private slots:
     void samplesHaveSixDigits_data();
     void samplesHaveSixDigits();
     void headerReplacesWhatTheFileHolds();
+    void whatHasArrivedIsOnDisk();
     void openFilesSurviveTheNextOpening();
     void earlierRecordGoesWithTheNextOpening();
     void copyHoldsWhatWasWrittenLast();
@@ -104,6 +105,15 @@ void TestRecordFiles::headerReplacesWhatTheFileHolds()
     QCOMPARE(contentOf("*_CH1.txt", record->directory()), QByteArray("Pn-F01second\r\n4\r\n"));
 }
 
+void TestRecordFiles::whatHasArrivedIsOnDisk()
+{
+    record->open();
+    record->writeHeader(0, QStringLiteral("Pn-F00Motor speed"));
+    QCOMPARE(contentOf("*_CH1.txt", record->directory()), QByteArray("Pn-F00Motor speed\r\n"));
+    record->append(0, {1, 2});
+    QCOMPARE(contentOf("*_CH1.txt", record->directory()), QByteArray("Pn-F00Motor speed\r\n1\r\n2\r\n"));
+}
+
 void TestRecordFiles::openFilesSurviveTheNextOpening()
 {
     record->open();
@@ -132,7 +142,7 @@ void TestRecordFiles::earlierRecordGoesWithTheNextOpening()
 void TestRecordFiles::copyHoldsWhatWasWrittenLast()
 {
     record->open();
-    record->append(0, {42}); // still in the file's buffer
+    record->append(0, {42});
     QVERIFY(QDir().mkpath(place("copy")));
     QCOMPARE(record->copyTo(place("copy")), QStringList());
     QCOMPARE(contentOf("*_CH1.txt", place("copy")), QByteArray("42\r\n"));

@@ -193,6 +193,7 @@ void TestScope::everyStateIsLeftByEveryWay()
     }
     QTEST(bench.log, "log");
     QTEST(bench.runText(), "runText");
+    QCOMPARE(bench.tool(Tool::Run)->toolTip(), bench.runText());
     const QIcon icon = bench.tool(Tool::Run)->icon();
     const QIcon expected(bench.runText() == "Stop" ? ":/pic/pic/stop.png" : ":/pic/pic/start.png");
     QCOMPARE(icon.pixmap(16).toImage(), expected.pixmap(16).toImage());
