@@ -11,6 +11,7 @@
 #include <QRadioButton>
 
 #include <cstdlib>
+#include <limits>
 
 PositionStep::PositionStep(TrialSequence *trialSequence, TrialRunPage *trialPage)
     : sequence(trialSequence)
@@ -65,8 +66,9 @@ void PositionStep::chooseContinuous()
 // A press is refused while the table is being read, since the distance is not known yet.
 void PositionStep::press(Direction direction)
 {
+    // The lowest number has no counterpart: as it is, it would move back on a forward press.
     if (direction == Forward)
-        movingDistance = std::abs(movingDistance);
+        movingDistance = std::abs(qMax(movingDistance, -std::numeric_limits<int>::max()));
     else if (movingDistance > 0)
         movingDistance = -movingDistance;
     pressRefused = sequence->isRestoring() || sequence->isReadingTable();

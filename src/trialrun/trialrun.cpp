@@ -209,7 +209,7 @@ void TrialRun::nextStepSlt()
     page->setStepEnabled(1, false);
     page->positionRunButton->setEnabled(false);
     page->jogRunButton->setEnabled(true);
-    sequence->continueWith(TrialStage::EnteringStepThree, stepThreeFrames(forwardLimit, rollbackLimit));
+    sequence->replaceReads(TrialStage::EnteringStepThree, stepThreeFrames(forwardLimit, rollbackLimit));
     page->markOnly(2);
     page->jogTable->clearValues();
     positionStep.forgetTable();
