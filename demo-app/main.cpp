@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The product with a simulated drive in its port list; with --tour it walks through its own windows.
+#include "demo-app/gaintuningtour.h"
 #include "demo-app/monitortour.h"
 #include "demo-app/parametertour.h"
+#include "demo-app/scopetour.h"
 #include "demo-app/tour.h"
+#include "demo-app/trialruntour.h"
 #include "link/portlist.h"
 #include "settings/applanguage.h"
 #include "shell/mainwindow.h"
@@ -21,8 +24,8 @@ constexpr int baud = 115200;
 constexpr std::chrono::microseconds turnaround(1000);
 
 // A load that the factory's gains move, but not well: an inertia that the drive does not know of yet, and a
-// shaft that rings once the gains are raised.
-constexpr kt500sim::PlantSettings machine{5, 600, 0.015, 0.0003, 0.08, 0};
+// shaft that rings from grade 16 on until a notch is set at 938 Hz.
+constexpr kt500sim::PlantSettings machine{5, 3600, 0.006, 0.0003, 0.08, 0};
 
 // The walk fills a screen of this size; a desktop keeps the size it remembers.
 constexpr int tourWidth = 1280;
@@ -43,6 +46,9 @@ int runTour(MainWindow *window, kt500sim::SimulatedDrive *drive, const QString &
     addParameterWindowsTour(&tour);
     addParameterPdfTour(&tour, QStringLiteral("%1/parameters-%2.pdf").arg(folder, language));
     addMonitorTour(&tour, window, drive);
+    addTrialRunTour(&tour, window);
+    addScopeTour(&tour, window, drive);
+    addGainTuningTour(&tour, window);
     QObject::connect(&tour, &Tour::failed, qApp, [](const QString &step, const QString &reason) {
         print(stderr, QStringLiteral("tour failed at \"%1\": %2").arg(step, reason));
         QCoreApplication::exit(1);

@@ -430,5 +430,7 @@ void GainTuning::hideEvent(QHideEvent *event)
 void GainTuning::closeEvent(QCloseEvent *event)
 {
     isClosing = true;
+    // Nothing of a write that has begun follows a closed window.
+    disconnect(link, nullptr, this, nullptr);
     QWidget::closeEvent(event);
 }

@@ -2,7 +2,9 @@
 #include "gaintuning/gaintuninglink.h"
 
 #include "gaintuning/gaintuningframes.h"
+#include "link/linkstate.h"
 #include "link/replies.h"
+#include "link/requests.h"
 
 #include <array>
 
@@ -73,9 +75,6 @@ void GainTuningLink::fillGainModeReads()
 
 void GainTuningLink::start()
 {
-    fillVibrationReads();
-    fillInertiaReads();
-    fillGainModeReads();
     pendingReads.clear();
     cyclicFrames.clear();
     const QList<QByteArray> joined = gainModeFrames + inertiaFrames + vibrationFrames;
@@ -89,8 +88,20 @@ void GainTuningLink::start()
 
 void GainTuningLink::startRound()
 {
+    // Each chunk of a running stream counts as an answer: a reply that meets one is lost, and with it the
+    // round.
+    if (isScopeStreamRunning()) {
+        roundTimer.start();
+        return;
+    }
     roundTimer.stop();
     cycleCount = (cycleCount + 1) % rounds;
+    if (isStale && linkState == Idle) {
+        isStale = false;
+        linkState = InitialRead;
+        start();
+        return;
+    }
     pendingReads = cyclicFrames;
     sendHead();
 }
@@ -101,12 +112,14 @@ void GainTuningLink::takeReply(const QByteArray &reply, int address)
     // The probe of a restarted link is answered to the window that asked last. The request in flight was lost
     // with the old worker.
     if (kind == ReplyKind::Read && !isReadReplyOf(reply, 1)) {
-        sendHead();
+        goOnAfterRestart();
         return;
     }
     lastAddress = address;
     const Step &step = stepOf(linkState, kind);
     decode(step.decoder, reply);
+    if (kind == ReplyKind::Read && isSecondReplyOfARepeat())
+        return;
     linkState = step.next;
     if (step.reads == Reads::Drop)
         pendingReads.clear();
@@ -138,6 +151,43 @@ void GainTuningLink::sendHead()
 {
     if (!pendingReads.isEmpty())
         emit frameReady(pendingReads.first());
+}
+
+// A lost read is asked again. A lost write is not repeated, since the user has been told that the link failed
+// and might have gone on by other means: the rest of it is dropped, and the window shows anew what the drive
+// holds. The pause before that leaves time for the replies to writes that were still queued.
+void GainTuningLink::goOnAfterRestart()
+{
+    if (linkState == InitialRead || linkState == Idle) {
+        if (!pendingReads.isEmpty())
+            repeatedAddress = addressOfRequest(pendingReads.first());
+        sendHead();
+        return;
+    }
+    batchFrames.clear();
+    notchFrames.clear();
+    if (notchesRun)
+        continueNotches();
+    if (batchRuns)
+        continueBatch();
+    pendingReads.clear();
+    linkState = Idle;
+    isStale = true;
+    roundTimer.start();
+}
+
+// A request that had not left yet when the link was lost is still queued: repeated, it is answered twice. The
+// second reply must not be taken for one to the request behind it.
+bool GainTuningLink::isSecondReplyOfARepeat()
+{
+    if (repeatedAddress < 0 || pendingReads.isEmpty())
+        return false;
+    const int head = addressOfRequest(pendingReads.first());
+    if (head == repeatedAddress)
+        return false;
+    const bool isSecond = lastAddress == repeatedAddress;
+    repeatedAddress = -1;
+    return isSecond;
 }
 
 void GainTuningLink::dropHead()
@@ -197,6 +247,9 @@ void GainTuningLink::write(const QByteArray &frame)
         break;
     default:
         linkState = SingleWrite;
+        // A round queued behind the write would keep the probe of a restarted link from being sent, and so
+        // the loss of the write from being noticed.
+        roundTimer.stop();
         emit frameReady(frame);
         break;
     }

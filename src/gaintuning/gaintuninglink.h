@@ -29,7 +29,7 @@ public:
     void fillVibrationReads();
     void fillInertiaReads();
     void fillGainModeReads();
-    // Begins the first read of everything.
+    // Begins the first read of what the lists hold.
     void start();
     // Begins the next round.
     void startRound();
@@ -59,6 +59,8 @@ private:
     static const Step &stepOf(State state, ReplyKind kind);
     void decode(Decoder decoder, const QByteArray &reply);
     void sendHead();
+    void goOnAfterRestart();
+    bool isSecondReplyOfARepeat();
     void dropHead();
     void continueBatch();
     void continueNotches();
@@ -74,8 +76,10 @@ private:
     State linkState = InitialRead;
     bool batchRuns = false; // from the click on "==>" until the last frame has been answered
     bool notchesRun = false;
-    int lastAddress = 0; // of the reply in hand
-    int cycleCount = 0;  // 0, 1, 2, 0 at each round; nothing reads it
-    QTimer roundTimer;   // the pause between two rounds
+    int lastAddress = 0;      // of the reply in hand
+    int repeatedAddress = -1; // of a read that was sent a second time and may be answered twice; -1: none
+    bool isStale = false;     // a write was lost with the link: what is shown may not be what the drive holds
+    int cycleCount = 0;       // 0, 1, 2, 0 at each round; nothing reads it
+    QTimer roundTimer;        // the pause between two rounds
     QTimer notchTimer;
 };

@@ -37,7 +37,12 @@ private slots:
     void firstReadShowsTheDrive();
     void typedValuesReachTheDrive_data();
     void typedValuesReachTheDrive();
+    void roundGoesOnAfterALostLink_data();
     void roundGoesOnAfterALostLink();
+    void linkLostInAWriteIsFollowedByWhatTheDriveHolds_data();
+    void linkLostInAWriteIsFollowedByWhatTheDriveHolds();
+    void garbageDelaysTheFirstReadOnly();
+    void refusedReadShowsNothingThatTheDriveDoesNotHold();
 };
 
 void GainTuningEndToEndTest::firstReadShowsTheDrive_data()
@@ -118,22 +123,107 @@ void GainTuningEndToEndTest::typedValuesReachTheDrive()
     }
 }
 
+void GainTuningEndToEndTest::roundGoesOnAfterALostLink_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("silent") << "silence 2500";
+    QTest::newRow("unplugged") << "hangup 2000";
+}
+
 // The probe of the restarted link is answered to this window; what was in flight is asked again.
 void GainTuningEndToEndTest::roundGoesOnAfterALostLink()
 {
+    QFETCH(QString, fault);
     ModalAnswers boxes;
     Workplace place;
     makeTelling(place.drive.get());
     place.connectTo(QStringLiteral("115200(485)"));
     QTRY_VERIFY(place.isShownOnline());
     boxes.expectPassing(linkFailed);
-    QVERIFY(place.drive->setFault(QStringLiteral("silence 2500")));
+    QVERIFY(place.drive->setFault(fault));
     const GainTuningDriver driver(place.window());
     QVERIFY(driver.window);
     QTRY_VERIFY_WITH_TIMEOUT(!place.isShownOnline(), 10000);
     QVERIFY(runUntil([&driver] { return driver.hasReadAll(); }, 20000));
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
     QCOMPARE(driver.differencesTo(place.drive.get()), QStringList());
+}
+
+void GainTuningEndToEndTest::linkLostInAWriteIsFollowedByWhatTheDriveHolds_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QByteArray>("button"); // empty: a cell of the table
+    for (const char *fault : {"silence 2500", "hangup 2000"}) {
+        for (const char *button : {"pbtnSettingsToCurrent", "pbtnSettingsToCurrent_Notch", ""})
+            QTest::addRow("%s, %s", fault, *button ? button : "table")
+                << QString::fromLatin1(fault) << QByteArray(button);
+    }
+}
+
+// Whatever has not reached the drive is not shown as if it had.
+void GainTuningEndToEndTest::linkLostInAWriteIsFollowedByWhatTheDriveHolds()
+{
+    QFETCH(QString, fault);
+    QFETCH(QByteArray, button);
+    ModalAnswers boxes;
+    Workplace place;
+    makeTelling(place.drive.get());
+    place.connectTo(QStringLiteral("115200(485)"));
+    QTRY_VERIFY(place.isShownOnline());
+    const GainTuningDriver driver(place.window());
+    QVERIFY(driver.window);
+    QVERIFY(runUntil([&driver] { return driver.hasReadAll(); }, 20000));
+    boxes.expectPassing(linkFailed);
+    driver.type(QStringLiteral("setSpeedFeedforwardGain"), QStringLiteral("99.9"));
+    driver.type(QStringLiteral("setNotch4DeepGrade"), QStringLiteral("39"));
+    QVERIFY(place.drive->setFault(fault));
+    if (button.isEmpty())
+        driver.typeIntoTable(1, QStringLiteral("333"));
+    else
+        driver.click(button);
+    QTRY_VERIFY_WITH_TIMEOUT(!place.isShownOnline(), 10000);
+    QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 10000));
+    QVERIFY(runUntil([&place] { return place.isShownOnline(); }, 20000));
+    runUntil([&] { return driver.differencesTo(place.drive.get()).isEmpty(); }, 10000);
+    QCOMPARE(driver.differencesTo(place.drive.get()).join('\n'), QString());
+    QVERIFY(button.isEmpty() || driver.isEnabled(button));
+}
+
+void GainTuningEndToEndTest::garbageDelaysTheFirstReadOnly()
+{
+    Workplace place;
+    makeTelling(place.drive.get());
+    place.connectTo(QStringLiteral("115200(485)"));
+    QTRY_VERIFY(place.isShownOnline());
+    QVERIFY(place.drive->setFault(QStringLiteral("garbage on")));
+    const GainTuningDriver driver(place.window());
+    QVERIFY(driver.window);
+    place.drive->resetCounters();
+    QVERIFY(runUntil([&place] { return place.drive->counters().requests > 0; }, 5000));
+    QVERIFY(place.drive->setFault(QStringLiteral("garbage off")));
+    QVERIFY(runUntil([&driver] { return driver.hasReadAll(); }, 20000));
+    QCOMPARE(driver.differencesTo(place.drive.get()), QStringList());
+}
+
+// Deliberate: a refusal ends the first read; the fields behind it stay empty.
+void GainTuningEndToEndTest::refusedReadShowsNothingThatTheDriveDoesNotHold()
+{
+    Workplace place;
+    makeTelling(place.drive.get());
+    place.connectTo(QStringLiteral("115200(485)"));
+    QTRY_VERIFY(place.isShownOnline());
+    const GainTuningDriver driver(place.window());
+    QVERIFY(driver.window);
+    QVERIFY(runUntil([&] { return !driver.text("setInertiaRatio").isEmpty(); }, 10000));
+    QVERIFY(place.drive->setFault(QStringLiteral("exception 2 1")));
+    const quint64 before = place.drive->counters().requests;
+    QVERIFY(runUntil([&] { return place.drive->counters().requests > before + 8; }, 10000));
+    QCOMPARE(driver.text("calculated"), QStringLiteral("1.00")); // by the endless round
+    const QStringList differences = driver.differencesTo(place.drive.get());
+    QVERIFY(!differences.isEmpty());
+    for (const QString &difference : differences)
+        QVERIFY2(difference.contains(QLatin1String("shows ''")) || difference.startsWith("comBox"),
+                 qPrintable(difference));
 }
 
 QTEST_MAIN(GainTuningEndToEndTest)

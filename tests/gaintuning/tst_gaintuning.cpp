@@ -3,7 +3,12 @@
 #include "gainbench.h"
 #include "support/modalanswers.h"
 
+#include <QHeaderView>
 #include <QLabel>
+#include <QLocale>
+#include <QMetaMethod>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QWheelEvent>
 #include <QtCharts/QChartView>
@@ -60,7 +65,13 @@ class GainTuningTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
+    void signalsAndSlotsStandInTheirOrder();
     void windowIsBuiltAsTold();
+    void everyRowHasItsLabel();
+    void tableHeadersStayAsTheyAre();
+    void everythingCanBeReachedAtAnySize_data();
+    void everythingCanBeReachedAtAnySize();
     void firstReadFillsEveryField();
     void framesCarryTheWindowsName();
     void comboBoxSetByAReplyWritesNothing();
@@ -77,6 +88,7 @@ private slots:
     void goingOnlineWritesNothing();
     void calculatedRatioIsAdoptedCut_data();
     void calculatedRatioIsAdoptedCut();
+    void calculatedRatioIsNotRounded();
     void calculatedRatioOutOfRangeIsRefused();
     void gainModeSwitchesTheFields();
     void unknownGainModeLeavesTheBox();
@@ -93,9 +105,48 @@ private slots:
     void notchButtonWithoutAModeStaysDisabled();
     void nothingHappensDuringTheFirstRead();
     void wheelChangesNothing();
+    void closedWindowSendsNothingMore_data();
+    void closedWindowSendsNothingMore();
     void focusRules();
     void maximizedWindowReportsItsTitle();
 };
+
+void GainTuningTest::initTestCase()
+{
+    // Numbers have a point all the same.
+    QLocale::setDefault(QLocale(QLocale::German));
+}
+
+void GainTuningTest::signalsAndSlotsStandInTheirOrder()
+{
+    const QMetaObject &meta = GainTuning::staticMetaObject;
+    QStringList found;
+    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
+        found.append(QString::fromLatin1(meta.method(i).methodSignature()));
+    const QStringList expected{"writeToSerialPort(QByteArray,QString)",
+                               "writeToSerialPort(QByteArray)",
+                               "windowStateChanged(QString)",
+                               "resize()",
+                               "on_tableWidget_cellDoubleClicked(int,int)",
+                               "on_radioButtonOffline_clicked(bool)",
+                               "on_radioButtonOnline_clicked(bool)",
+                               "on_spinBoxRigidityGrade_valueChanged(int)",
+                               "on_comBoxoffline_currentIndexChanged(int)",
+                               "on_comBoxGainMode_currentIndexChanged(int)",
+                               "on_btnCalculatedToCurrent_clicked()",
+                               "on_pbtnSettingsToCurrent_clicked()",
+                               "on_comBoxNotchMode_currentIndexChanged(int)",
+                               "on_pbtnSettingsToCurrent_Notch_clicked()",
+                               "handleGaintuning(QByteArray,int)",
+                               "writeToSerial_ReadInertia()",
+                               "writeToSerial_ReadGainMode()",
+                               "writeToSerial_ReadVibration()",
+                               "writeToSerial()",
+                               "on_comBoxonline_currentIndexChanged(int)",
+                               "on_tableWidget_itemChanged(QTableWidgetItem*)",
+                               "timeout_count()"};
+    QCOMPARE(found, expected);
+}
 
 void GainTuningTest::windowIsBuiltAsTold()
 {
@@ -157,6 +208,99 @@ void GainTuningTest::windowIsBuiltAsTold()
         for (int column = 0; column < 3; ++column)
             QCOMPARE(table->item(row, column)->text(), rows[row].at(column));
     }
+}
+
+void GainTuningTest::everyRowHasItsLabel()
+{
+    const GainBench bench;
+    QMap<QString, QString> labels{
+        {"labCalculated", "Calculated Value"},
+        {"labCurrent", "Current Value"},
+        {"labInertiaRatio", "Inertia Ratio"},
+        {"labInertiaRatio_gain", "Inertia Ratio"},
+        {"labPositionLoopGain", "Position Loop Gain"},
+        {"labSpeedLoopGain", "Speed Loop Gain"},
+        {"labSpeedLoopIntegralTime", "Integral Time Constant of Speed Loop"},
+        {"labTorqueFilterTime", "Time Constant of Torque Instruction Filtering"},
+        {"labSpeedFeedforwardGain", "Speed Feedforward Gain"},
+        {"labSpeedFeedforwardFilterTime", "Time Constant of Speed Feedforward Filtering"}};
+    for (int notch = 1; notch <= 4; ++notch) {
+        labels.insert(QStringLiteral("labNotch%1Frequency").arg(notch),
+                      QStringLiteral("Notch%1 Frequency").arg(notch));
+        labels.insert(QStringLiteral("labNotch%1WidthGrade").arg(notch),
+                      QStringLiteral("Notch%1 Width Grade").arg(notch));
+        labels.insert(QStringLiteral("labNotch%1DeepGrade").arg(notch),
+                      QStringLiteral("Notch%1 Deep Grade").arg(notch));
+    }
+    for (auto it = labels.constBegin(); it != labels.constEnd(); ++it) {
+        const auto *const label = bench.window.findChild<QLabel *>(it.key());
+        QVERIFY2(label, qPrintable(it.key()));
+        QCOMPARE(label->text(), it.value());
+    }
+    // Each beside its fields, not only somewhere.
+    for (const QString &name : gainNames + notchNames()) {
+        const auto *const label = bench.window.findChild<QLabel *>(
+            name == QLatin1String("InertiaRatio") ? QStringLiteral("labInertiaRatio_gain") : "lab" + name);
+        for (const char *column : {"set", "cur"}) {
+            const QLineEdit *const edit = bench.edit(column + name);
+            QVERIFY2(qAbs(edit->geometry().center().y() - label->geometry().center().y()) <= 2,
+                     qPrintable(column + name));
+        }
+    }
+}
+
+void GainTuningTest::tableHeadersStayAsTheyAre()
+{
+    const GainBench bench;
+    const auto *const table = bench.find<QTableWidget>("tableWidget");
+    for (const QHeaderView *header : {table->horizontalHeader(), table->verticalHeader()}) {
+        QVERIFY(!header->sectionsClickable());
+        QVERIFY(!header->sectionsMovable());
+        for (int section = 0; section < header->count(); ++section)
+            QVERIFY(header->sectionResizeMode(section) != QHeaderView::Interactive);
+    }
+}
+
+void GainTuningTest::everythingCanBeReachedAtAnySize_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("1024 x 768, framed and below the bars") << QSize(1000, 560);
+    QTest::newRow("4K") << QSize(3800, 2000);
+    QTest::newRow("narrower than its content") << QSize(500, 300);
+}
+
+void GainTuningTest::everythingCanBeReachedAtAnySize()
+{
+    QFETCH(QSize, size);
+    GainBench bench;
+    bench.registers = plainDrive();
+    bench.finishInitialRead();
+    bench.window.QWidget::resize(size);
+    bench.window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bench.window));
+    auto *const area = bench.find<QScrollArea>("scrollArea");
+    QCOMPARE(area->horizontalScrollBar()->maximum() > 0, size.width() < 950);
+    QCOMPARE(area->verticalScrollBar()->maximum() > 0, size.height() < 1000);
+    const QList<QWidget *> widgets = area->widget()->findChildren<QWidget *>();
+    for (QWidget *widget : widgets) {
+        const bool isOperated = qobject_cast<QLineEdit *>(widget) || qobject_cast<QComboBox *>(widget) ||
+                                qobject_cast<QAbstractButton *>(widget) || qobject_cast<QLabel *>(widget);
+        if (!isOperated || !widget->isVisible() || widget->objectName().startsWith(QLatin1String("qt_")))
+            continue;
+        QVERIFY2(widget->width() >= widget->minimumSizeHint().width() &&
+                     widget->height() >= widget->minimumSizeHint().height(),
+                 qPrintable(QStringLiteral("%1: %2 x %3 of %4 x %5")
+                                .arg(widget->objectName())
+                                .arg(widget->width())
+                                .arg(widget->height())
+                                .arg(widget->minimumSizeHint().width())
+                                .arg(widget->minimumSizeHint().height())));
+        area->ensureWidgetVisible(widget, 0, 0);
+        QVERIFY2(!widget->visibleRegion().isEmpty(), qPrintable(widget->objectName()));
+    }
+    const auto *const table = bench.find<QTableWidget>("tableWidget");
+    QCOMPARE(table->verticalScrollBar()->maximum(), 0);
+    QCOMPARE(table->horizontalScrollBar()->maximum(), 0);
 }
 
 void GainTuningTest::firstReadFillsEveryField()
@@ -403,6 +547,15 @@ void GainTuningTest::calculatedRatioIsAdoptedCut()
     QCOMPARE(bench.text("curInertiaRatio"), shown);
     QCOMPARE(bench.text("setInertiaRatio"), shown);
     QCOMPARE(bench.text("calculated"), QString::number(ratio / 100.0, 'f', 2));
+}
+
+void GainTuningTest::calculatedRatioIsNotRounded()
+{
+    GainBench bench;
+    bench.registers = plainDrive(); // 3.25
+    bench.finishInitialRead();
+    bench.button("btnCalculatedToCurrent")->click();
+    QCOMPARE(bench.takeFrames(), QList<QByteArray>{wire::frame("01 10 E2 5A 00 01 02 00 20")});
 }
 
 void GainTuningTest::calculatedRatioOutOfRangeIsRefused()
@@ -684,20 +837,60 @@ void GainTuningTest::wheelChangesNothing()
     bench.registers[0x2296] = 1;
     bench.finishInitialRead();
     bench.window.show();
-    const auto turn = [](QWidget *widget) {
-        for (const int angle : {-120, 120}) {
-            QWheelEvent wheel(QPointF(5, 5), widget->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, angle),
-                              Qt::NoButton, {}, Qt::NoScrollPhase, false);
-            QCoreApplication::sendEvent(widget, &wheel);
-        }
+    const auto turn = [](QWidget *widget, int angle) {
+        QWheelEvent wheel(QPointF(5, 5), widget->mapToGlobal(QPoint(5, 5)), QPoint(), QPoint(0, angle),
+                          Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(widget, &wheel);
     };
-    for (const char *name : {"comBoxGainMode", "spinBoxRigidityGrade", "comBoxNotchMode"})
-        turn(bench.find<QWidget>(name));
-    turn(bench.find<QSpinBox>("spinBoxRigidityGrade")->findChild<QLineEdit *>());
-    QCOMPARE(bench.combo("comBoxGainMode")->currentIndex(), 1);
-    QCOMPARE(bench.find<QSpinBox>("spinBoxRigidityGrade")->value(), 12);
-    QCOMPARE(bench.combo("comBoxNotchMode")->currentIndex(), 1);
+    // The wheel works, were it not switched off.
+    QSpinBox other;
+    other.show();
+    turn(&other, 120);
+    QVERIFY(other.value() > 0);
+    auto *const grade = bench.find<QSpinBox>("spinBoxRigidityGrade");
+    for (const int angle : {-120, 120}) {
+        for (const char *name : {"comBoxGainMode", "spinBoxRigidityGrade", "comBoxNotchMode"})
+            turn(bench.find<QWidget>(name), angle);
+        turn(grade->findChild<QLineEdit *>(), angle);
+        QCOMPARE(bench.combo("comBoxGainMode")->currentIndex(), 1);
+        QCOMPARE(grade->value(), 12);
+        QCOMPARE(bench.combo("comBoxNotchMode")->currentIndex(), 1);
+    }
     QVERIFY(bench.frames.isEmpty());
+}
+
+void GainTuningTest::closedWindowSendsNothingMore_data()
+{
+    QTest::addColumn<QByteArray>("button");
+    QTest::newRow("gains") << QByteArray("pbtnSettingsToCurrent");
+    QTest::newRow("notches") << QByteArray("pbtnSettingsToCurrent_Notch");
+}
+
+void GainTuningTest::closedWindowSendsNothingMore()
+{
+    QFETCH(QByteArray, button);
+    GainBench bench;
+    bench.registers = plainDrive();
+    bench.finishInitialRead();
+    bench.window.show();
+    bench.button(button)->click();
+    // The reply of a round starts the write; the next one is under way when the window closes.
+    QTRY_VERIFY(!bench.unanswered.isEmpty());
+    bench.answer();
+    QVERIFY(!bench.button(button)->isEnabled());
+    bench.window.close();
+    bench.takeFrames();
+    // Longer than any pause: another window's first round tells.
+    GainBench other;
+    other.registers = plainDrive();
+    other.finishInitialRead();
+    for (int round = 0; round < 2; ++round) {
+        QTRY_VERIFY(!other.unanswered.isEmpty());
+        other.answerAll();
+        while (!bench.unanswered.isEmpty())
+            bench.answer();
+    }
+    QCOMPARE(bench.takeFrames(), QList<QByteArray>());
 }
 
 void GainTuningTest::focusRules()

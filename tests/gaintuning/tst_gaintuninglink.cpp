@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The conversation of gain tuning, frame by frame: every state by every kind of reply.
 #include "gaintuning/gaintuninglink.h"
+#include "link/serialport.h"
 #include "support/signallog.h"
 #include "support/wire.h"
 
@@ -37,7 +38,12 @@ private slots:
     void exceptionEndsTheFirstRead();
     void replyToAProbeIsIgnoredAndTheHeadAskedAgain();
     void replyToAProbeInThePauseAsksNothing();
+    void writeLostWithTheLinkIsFollowedByAReadOfEverything_data();
+    void writeLostWithTheLinkIsFollowedByAReadOfEverything();
+    void repeatedRequestMayBeAnsweredTwice_data();
+    void repeatedRequestMayBeAnsweredTwice();
     void roundMonitorsItsFourRegisters();
+    void roundWaitsForTheEndOfAScopeRun();
     void writeReplyInTheRoundDropsItsRest();
     void singleWriteEndsWithTheFirstWriteReply();
     void readInASingleWriteIsDroppedWithTheRestOfTheRound();
@@ -84,6 +90,9 @@ private:
 void GainTuningLinkTest::init()
 {
     link = std::make_unique<GainTuningLink>();
+    link->fillVibrationReads();
+    link->fillInertiaReads();
+    link->fillGainModeReads();
     frames = std::make_unique<SignalLog<QByteArray>>(link.get(), &GainTuningLink::frameReady);
 }
 
@@ -163,6 +172,82 @@ void GainTuningLinkTest::replyToAProbeInThePauseAsksNothing()
     QVERIFY(waitForRound());
 }
 
+void GainTuningLinkTest::writeLostWithTheLinkIsFollowedByAReadOfEverything_data()
+{
+    QTest::addColumn<bool>("hasBatch");
+    QTest::addColumn<bool>("hasNotches");
+    QTest::addColumn<bool>("wasQueued");
+    QTest::newRow("single write") << false << false << false;
+    QTest::newRow("single write that was still queued") << false << false << true;
+    QTest::newRow("batch") << true << false << false;
+    QTest::newRow("notches") << false << true << false;
+    QTest::newRow("both") << true << true << false;
+}
+
+void GainTuningLinkTest::writeLostWithTheLinkIsFollowedByAReadOfEverything()
+{
+    QFETCH(bool, hasBatch);
+    QFETCH(bool, hasNotches);
+    QFETCH(bool, wasQueued);
+    finishFirstRead();
+    const SignalLog<> batches(link.get(), &GainTuningLink::batchWritten);
+    const SignalLog<> notches(link.get(), &GainTuningLink::notchesWritten);
+    if (hasBatch)
+        link->writeBatch(writeA, {writeB, writeC});
+    if (hasNotches)
+        link->writeNotches({writeB, writeC});
+    if (!hasBatch && !hasNotches)
+        link->write(writeA);
+    sent();
+    reply(probeReply);
+    // Nothing is written behind the user's back; the buttons are free again.
+    QVERIFY(sent().isEmpty());
+    QCOMPARE(link->state(), GainTuningLink::Idle);
+    QCOMPARE(batches.count(), hasBatch ? 1 : 0);
+    QCOMPARE(notches.count(), hasNotches ? 1 : 0);
+    if (wasQueued)
+        reply(echo);
+    QTRY_COMPARE_WITH_TIMEOUT(frames->count(), 1, 2000);
+    QCOMPARE(link->state(), GainTuningLink::InitialRead);
+    QCOMPARE(sent(), QList<QByteArray>{wire::frame("010322590001")});
+    for (int i = 0; i < allReads; ++i)
+        reply(valueReply(0));
+    QCOMPARE(frames->count(), allReads - 1);
+    sent();
+    QCOMPARE(link->state(), GainTuningLink::Idle);
+    QVERIFY(waitForRound());
+}
+
+void GainTuningLinkTest::repeatedRequestMayBeAnsweredTwice_data()
+{
+    QTest::addColumn<bool>("twice");
+    QTest::newRow("lost with the old worker") << false;
+    QTest::newRow("still queued when the link was lost") << true;
+}
+
+void GainTuningLinkTest::repeatedRequestMayBeAnsweredTwice()
+{
+    QFETCH(bool, twice);
+    const SignalLog<int, quint32> values(link.get(), &GainTuningLink::valueRead);
+    link->start();
+    QList<QByteArray> queue = sent(); // of the worker; it survives the loss
+    reply(probeReply, 0x2259);
+    if (!twice)
+        queue.clear();
+    queue += sent();
+    QCOMPARE(queue.size(), twice ? 2 : 1);
+    while (!queue.isEmpty()) {
+        const QByteArray request = queue.takeFirst();
+        reply(valueReply(7), quint8(request.at(2)) << 8 | quint8(request.at(3)));
+        queue += sent();
+    }
+    QCOMPARE(link->state(), GainTuningLink::Idle);
+    // None of the values has been left for the endless round, which would not show it.
+    QCOMPARE(values.count(), twice ? allReads + 1 : allReads);
+    QCOMPARE(std::get<0>(values.calls.last()), 0x2296);
+    QVERIFY(waitForRound());
+}
+
 void GainTuningLinkTest::roundMonitorsItsFourRegisters()
 {
     finishFirstRead();
@@ -177,6 +262,16 @@ void GainTuningLinkTest::roundMonitorsItsFourRegisters()
     QCOMPARE(std::get<0>(values.calls.at(2)), 0x2601);
     QCOMPARE(std::get<1>(values.calls.at(2)), 440u);
     QCOMPARE(full.count(), 0);
+}
+
+void GainTuningLinkTest::roundWaitsForTheEndOfAScopeRun()
+{
+    SerialPort::scopeRunning = true;
+    finishFirstRead();
+    const bool asked = QTest::qWaitFor([this] { return frames->count() > 0; }, 700);
+    SerialPort::scopeRunning = false;
+    QVERIFY(!asked);
+    QVERIFY(waitForRound());
 }
 
 void GainTuningLinkTest::writeReplyInTheRoundDropsItsRest()
@@ -337,6 +432,7 @@ void GainTuningLinkTest::notchTimerTakesNothingFromAnEmptyList()
     // The reply stays away for more than another pause.
     GainTuningLink other;
     const SignalLog<QByteArray> otherFrames(&other, &GainTuningLink::frameReady);
+    other.fillInertiaReads();
     other.start();
     other.takeReply(exception, 0);
     QTRY_COMPARE_WITH_TIMEOUT(otherFrames.count(), 2, 2000);

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "gaintuning/rigiditychart.h"
 #include "gaintuning/rigiditytable.h"
+#include "support/eventcount.h"
 
 #include <QtCharts/QBarSeries>
 #include <QtCharts/QBarSet>
+#include <QtCharts/QChartView>
 #include <QtCharts/QLegend>
 
 #include <QTest>
@@ -21,6 +23,7 @@ private slots:
     void barsUpToTheGradeAreColoured_data();
     void barsUpToTheGradeAreColoured();
     void loweringTheGradeGreysTheBarsAbove();
+    void gradeIsRecolouredAtOnce();
 };
 
 namespace {
@@ -45,6 +48,18 @@ QColor colourOf(int grade)
     if (grade <= 25)
         return {255, 174, 34};
     return grade <= 28 ? QColor(255, 106, 6) : QColor(255, 11, 43);
+}
+
+// The highest row with a pixel of this colour, -1 if there is none.
+int topOf(const QImage &picture, const QColor &colour)
+{
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) == colour)
+                return y;
+        }
+    }
+    return -1;
 }
 
 } // namespace
@@ -127,6 +142,35 @@ void RigidityTableTest::loweringTheGradeGreysTheBarsAbove()
     const auto bars = barsOf(chart);
     for (int i = 0; i < 32; ++i)
         QCOMPARE(bars.at(i)->color(), i <= 10 ? colourOf(i) : QColor(Qt::gray));
+}
+
+// No bar grows anew, and there is no picture for each of the bars.
+void RigidityTableTest::gradeIsRecolouredAtOnce()
+{
+    QtCharts::QChartView view;
+    auto *const chart = new RigidityChart;
+    view.setChart(chart);
+    view.resize(700, 100);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    chart->setGrade(31);
+    const auto picture = [&view] { return view.grab().toImage(); };
+    QImage settled;
+    QTRY_VERIFY2(
+        [&] {
+            const QImage now = picture();
+            const bool rests = now == settled && topOf(now, colourOf(31)) >= 0;
+            settled = now;
+            return rests;
+        }(),
+        "the bars have not come to rest");
+    EventCount paints(view.viewport(), QEvent::Paint);
+    chart->setGrade(0);
+    QTRY_VERIFY(paints.count > 0);
+    QVERIFY2(paints.count <= 2, qPrintable(QString::number(paints.count)));
+    QCOMPARE(topOf(picture(), colourOf(31)), -1);
+    chart->setGrade(31);
+    QVERIFY(qAbs(topOf(picture(), colourOf(31)) - topOf(settled, colourOf(31))) <= 1);
 }
 
 QTEST_MAIN(RigidityTableTest)

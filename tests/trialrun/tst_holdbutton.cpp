@@ -14,6 +14,9 @@
 #include <functional>
 #include <memory>
 
+class HoldButtonTest;
+Q_DECLARE_METATYPE(std::function<void(HoldButtonTest *)>)
+
 class HoldButtonTest : public QObject
 {
     Q_OBJECT
@@ -173,8 +176,6 @@ void HoldButtonTest::noticeInFrontEndsTheHold()
     QCOMPARE(endedWhileOpen, 1);
     QCOMPARE(ended.count(), 1);
 }
-
-Q_DECLARE_METATYPE(std::function<void(HoldButtonTest *)>)
 
 QTEST_MAIN(HoldButtonTest)
 #include "tst_holdbutton.moc"

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The walk through the scope: four channels of a motor that goes to and fro, live and stopped, cursors and
+// the spectrum. Main thread.
+#pragma once
+
+class MainWindow;
+class Tour;
+
+namespace kt500sim {
+class SimulatedDrive;
+}
+
+// Appends the steps; needs a connected drive that stands. Window and drive must outlive the walk.
+void addScopeTour(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *drive);
