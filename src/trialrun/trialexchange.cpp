@@ -29,6 +29,9 @@ TrialExchange::TrialExchange(QObject *parent)
 
 void TrialExchange::send(const QByteArray &frame, Kind kind)
 {
+    // A new value of the control panel ends the repeating of an older one, which would undo it.
+    if (isPanelFrame(frame))
+        repeatTimer.stop();
     post(frame, kind, ++lastId);
 }
 

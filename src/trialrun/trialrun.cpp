@@ -37,6 +37,7 @@ TrialRun::TrialRun(QWidget *parent)
     : QScrollArea(parent)
     , sequence(new TrialSequence(this))
     , page(new TrialRunPage)
+    , positionStep(sequence, page)
 {
     setWindowTitle(title());
     setWidget(page);
@@ -131,7 +132,7 @@ void TrialRun::takeValue(TrialStage readIn, int address, const QByteArray &bytes
 {
     if (readIn == TrialStage::Saving) {
         if (address == trialregister::waitTime)
-            waitTime = signedNumber(bytes);
+            positionStep.setWaitTime(signedNumber(bytes));
         return;
     }
     if (readIn == TrialStage::ReadingJog) {
@@ -140,13 +141,7 @@ void TrialRun::takeValue(TrialStage readIn, int address, const QByteArray &bytes
             page->jogTable->setValue(row, jogCellText(row, bytes));
         return;
     }
-    const int row = positionRowOf(address);
-    if (row >= 0)
-        page->positionTable->setValue(row, positionCellText(row, bytes));
-    if (readIn == TrialStage::ReadingOnce && address == trialregister::movingDistance)
-        movingDistance = signedNumber(bytes);
-    if (address == trialregister::lastOfTable)
-        tableUnread = false;
+    positionStep.takeValue(readIn, address, bytes);
 }
 
 void TrialRun::takePosition(const QByteArray &bytes)
@@ -214,10 +209,10 @@ void TrialRun::nextStepSlt()
     page->setStepEnabled(1, false);
     page->positionRunButton->setEnabled(false);
     page->jogRunButton->setEnabled(true);
-    sequence->continueWith(TrialStage::EnteringStepThree, stepThreeFrames(forwardLimit, rollbackLimit));
+    sequence->replaceReads(TrialStage::EnteringStepThree, stepThreeFrames(forwardLimit, rollbackLimit));
     page->markOnly(2);
     page->jogTable->clearValues();
-    tableUnread = true;
+    positionStep.forgetTable();
 }
 
 void TrialRun::previousStepSlt()
@@ -365,19 +360,8 @@ void TrialRun::jogitemChanged(QTableWidgetItem *item)
 
 void TrialRun::singleBtnToggledSlt(bool checked)
 {
-    if (!checked || sequence->isRestoring())
-        return;
-    page->positionTable->setRowEditable(waitRow, false);
-    page->setMoveButtonsEnabled(true);
-    page->setRunEnabled(false);
-    if (tableUnread) {
-        sequence->readTable(TrialStage::ReadingOnce, onceReads());
-        return;
-    }
-    const QStringList cells = page->positionTable->values();
-    if (!cells.at(distanceRow).isEmpty())
-        movingDistance = cells.at(distanceRow).toInt();
-    sequence->continueWith(TrialStage::WritingTableOnce, onceTableFrames(cells));
+    if (checked && !sequence->isRestoring())
+        positionStep.chooseOnce();
 }
 
 void TrialRun::continuousBtnToggledSlt(bool checked)
@@ -385,83 +369,33 @@ void TrialRun::continuousBtnToggledSlt(bool checked)
     if (!checked || sequence->isRestoring())
         return;
     endHolds();
-    page->positionTable->setRowEditable(waitRow, true);
-    page->setMoveButtonsEnabled(false);
-    page->setRunEnabled(true);
-    if (tableUnread) {
-        sequence->readTable(TrialStage::ReadingContinuous, continuousReads());
-        return;
-    }
-    page->positionTable->setValue(waitRow, QString::number(waitTime));
-    const QStringList cells = page->positionTable->values();
-    if (!cells.at(distanceRow).isEmpty())
-        movingDistance = cells.at(distanceRow).toInt();
-    sequence->continueWith(TrialStage::WritingTableContinuous, continuousTableFrames(cells));
-    sequence->settle(TrialStage::ServoOff, trialpanel::off);
-}
-
-// A press is refused while the table is being read, since the distance is not known yet.
-bool TrialRun::movePressed(TrialStage stage)
-{
-    pressRefused = sequence->isRestoring() || sequence->isReadingTable();
-    if (pressRefused)
-        return false;
-    page->continuousButton->setEnabled(false);
-    sequence->pressMove(stage, movingDistance);
-    return true;
-}
-
-bool TrialRun::moveReleased()
-{
-    const bool wasRefused = pressRefused;
-    pressRefused = false;
-    if (wasRefused || sequence->isRestoring())
-        return false;
-    page->continuousButton->setEnabled(true);
-    sequence->settle(TrialStage::Idle, trialpanel::servoOn);
-    return true;
+    positionStep.chooseContinuous();
 }
 
 void TrialRun::positionforewardPressedSlt()
 {
-    movingDistance = std::abs(movingDistance);
-    if (movePressed(TrialStage::RunForward))
-        TrialRunPage::drawForward(page->moveForward, true);
+    positionStep.press(PositionStep::Forward);
 }
 
 void TrialRun::positionforewardReleasedSlt()
 {
-    if (moveReleased())
-        TrialRunPage::drawForward(page->moveForward, false);
+    positionStep.release(PositionStep::Forward);
 }
 
 void TrialRun::positionrollbackPressedSlt()
 {
-    if (movingDistance > 0)
-        movingDistance = -movingDistance;
-    if (movePressed(TrialStage::RunRollback))
-        TrialRunPage::drawRollback(page->moveRollback, true);
+    positionStep.press(PositionStep::Rollback);
 }
 
 void TrialRun::positionrollbackReleasedSlt()
 {
-    if (moveReleased())
-        TrialRunPage::drawRollback(page->moveRollback, false);
+    positionStep.release(PositionStep::Rollback);
 }
 
 void TrialRun::positionPauseBtnSlt()
 {
-    if (sequence->isRestoring())
-        return;
-    sequence->writeNow(positionSource());
-    const bool start = !page->isRunning();
-    page->onceButton->setEnabled(!start);
-    page->jogRunButton->setEnabled(!start);
-    page->setRunning(start);
-    if (start)
-        sequence->press(TrialStage::ContinuousRun, trialpanel::servoOn);
-    else
-        sequence->settle(TrialStage::ContinuousPause, trialpanel::off);
+    if (!sequence->isRestoring())
+        positionStep.runOrPause();
 }
 
 void TrialRun::positionItemChanged(QTableWidgetItem *item)
@@ -469,27 +403,8 @@ void TrialRun::positionItemChanged(QTableWidgetItem *item)
     if (item->column() != TrialTable::ValueColumn || item->text().isEmpty() ||
         !trialStageRule(sequence->stage()).expectsEdits)
         return;
-    if (!checkCell(page->positionTable, item))
-        return;
-    if (page->onceButton->isChecked())
-        writeOnceCell(item->row(), item->text());
-    else if (page->continuousButton->isChecked())
-        writeContinuousCell(item->row(), item->text());
-}
-
-void TrialRun::writeOnceCell(int row, const QString &text)
-{
-    sequence->setStage(TrialStage::WritingCellOnce);
-    if (row == distanceRow)
-        movingDistance = text.toInt();
-    sequence->writeNow(onceCellFrame(row, text));
-}
-
-void TrialRun::writeContinuousCell(int row, const QString &text)
-{
-    if (row == waitRow)
-        waitTime = text.toInt();
-    sequence->continueWith(TrialStage::WritingCellContinuous, continuousCellFrames(row, text));
+    if (checkCell(page->positionTable, item))
+        positionStep.writeCell(item->row(), item->text());
 }
 
 void TrialRun::changeEvent(QEvent *event)

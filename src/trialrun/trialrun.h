@@ -4,6 +4,7 @@
 // Main thread; owned by its MDI sub-window, deletes itself on close.
 #pragma once
 
+#include "trialrun/positionstep.h"
 #include "trialrun/trialstage.h"
 
 #include <QByteArray>
@@ -81,21 +82,14 @@ private:
     void endHolds();
     void jogPressed(int panelValue);
     void jogReleased();
-    bool movePressed(TrialStage stage);
-    bool moveReleased();
     bool checkCell(TrialTable *table, const QTableWidgetItem *item);
-    void writeOnceCell(int row, const QString &text);
-    void writeContinuousCell(int row, const QString &text);
     void finishClosing(bool failed);
 
     TrialSequence *sequence = nullptr;
     TrialRunPage *page = nullptr;
+    PositionStep positionStep;
     bool servoIsOn = false; // the last servo command sent was ON
     bool jogTableKnown = false;
-    bool tableUnread = true; // the position table has no drive values yet
-    bool pressRefused = false;
-    int movingDistance = 0;  // PUU, with the sign of the last direction
-    int waitTime = 0;        // ms
     int forwardLimit = 0;    // PUU, the furthest points seen
     int rollbackLimit = 0;   // PUU
     int currentPosition = 0; // PUU

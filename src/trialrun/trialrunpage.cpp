@@ -13,6 +13,7 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
+#include <QPalette>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -23,6 +24,7 @@ constexpr QSize pictureSize{48, 48};
 constexpr int labelWidth = 112; // pixels
 constexpr int barHeight = 46;   // pixels
 constexpr int sideWidth = 210;  // pixels
+constexpr QRgb disabledText = 0xFF606060;
 
 // The colour of a step would hide that a button in it may not be used.
 const QString disabledStyle = QStringLiteral("QPushButton:disabled{color:gray}");
@@ -89,6 +91,10 @@ QGroupBox *TrialRunPage::addStep(QGridLayout *grid, int step, const QString &lab
     name->setObjectName(QStringLiteral("stepLabel%1").arg(step + 1));
     name->setAlignment(Qt::AlignCenter);
     name->setFixedWidth(labelWidth);
+    // The usual colour of what is disabled can't be read on the ground of a step that is not current.
+    QPalette palette = name->palette();
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, disabledText);
+    name->setPalette(palette);
     auto *const box = new QGroupBox(title);
     box->setObjectName(QStringLiteral("stepBox%1").arg(step + 1));
     stepLabels.at(size_t(step)) = name;

@@ -104,7 +104,7 @@ void TrialSequence::startAnew(TrialStage stage, const TrialFrames &frames)
     continueWith(stage, frames);
 }
 
-void TrialSequence::readTable(TrialStage stage, const TrialFrames &frames)
+void TrialSequence::replaceReads(TrialStage stage, const TrialFrames &frames)
 {
     if (isRestoring())
         return;

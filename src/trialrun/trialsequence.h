@@ -39,8 +39,8 @@ public:
     void continueWith(TrialStage stage, const TrialFrames &frames);
     // The same, and what is under way is dropped.
     void startAnew(TrialStage stage, const TrialFrames &frames);
-    // Reads a table behind what is under way; another table's reads are dropped.
-    void readTable(TrialStage stage, const TrialFrames &frames);
+    // Behind what is under way too, but for the reads of a table, which are dropped.
+    void replaceReads(TrialStage stage, const TrialFrames &frames);
     // A cell or a choice, past the queue.
     void writeNow(const QByteArray &frame);
     // Turns the servo on, or keeps a motion going: what must not leave later than the user's hand says.

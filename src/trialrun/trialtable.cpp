@@ -22,8 +22,6 @@ TrialTable::TrialTable(const QStringList &headers, int rows, QWidget *parent)
     horizontalHeader()->setFixedHeight(lineHeight);
     horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontalHeader()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
-    horizontalHeader()->setSectionResizeMode(ValueColumn, QHeaderView::Fixed);
-    setColumnWidth(ValueColumn, valueWidth);
     // All rows are seen at once: one that is scrolled away is one that is forgotten.
     setFixedHeight((rows + 1) * lineHeight + 2 * frameWidth());
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -83,4 +81,10 @@ void TrialTable::chooseTriggers(int column)
     setEditTriggers(column == ColumnCount - 1
                         ? QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked
                         : QAbstractItemView::NoEditTriggers);
+}
+
+int TrialTable::sizeHintForColumn(int column) const
+{
+    const int content = QTableWidget::sizeHintForColumn(column);
+    return column == ValueColumn ? qMax(content, valueWidth) : content;
 }

@@ -25,4 +25,8 @@ public:
     void setRowEditable(int row, bool editable);
     // Lets a value be edited by a double or a second click, and nothing else.
     void chooseTriggers(int column);
+
+protected:
+    // Wide enough for the longest number, and never narrower when blank.
+    int sizeHintForColumn(int column) const override;
 };

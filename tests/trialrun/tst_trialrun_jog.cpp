@@ -36,6 +36,7 @@ private slots:
     void onlyTheValueColumnIsEdited();
     void captureMakesTheWindowRepeatItself_data();
     void captureMakesTheWindowRepeatItself();
+    void newPressEndsTheRepeating();
     void repeatingEndsAfterTwentyTimes();
 
 private:
@@ -386,6 +387,22 @@ void TrialRunJogTest::captureMakesTheWindowRepeatItself()
     bench.window->handleTrialRun(frame);
     const int sent = bench.peer.frames.count(frame);
     QVERIFY(!runUntil([&] { return bench.peer.frames.count(frame) > sent; }, 400));
+}
+
+void TrialRunJogTest::newPressEndsTheRepeating()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    SerialPort::scopeRunning = true;
+    TrialRunDriver::hold(bench.drive().jogForward());
+    TrialRunDriver::letGo(bench.drive().jogForward());
+    QVERIFY(runUntil([&] { return bench.peer.frames.count(panel("0001")) >= 4; }, 2000));
+    TrialRunDriver::hold(bench.drive().jogForward());
+    bench.peer.frames.clear();
+    QVERIFY(!runUntil([&] { return bench.peer.frames.contains(panel("0001")); }, 400));
+    TrialRunDriver::letGo(bench.drive().jogForward());
+    QVERIFY(runUntil([&] { return bench.peer.frames.count(panel("0001")) >= 3; }, 2000));
 }
 
 void TrialRunJogTest::repeatingEndsAfterTwentyTimes()

@@ -19,6 +19,9 @@ private slots:
     void stepBackMakesTheTableUnread();
     void waitTimeIsTheOneOfEntryOrTheLastTyped();
     void moveHasTheSignOfItsDirection();
+    void lowestDistanceMovesForwardOnAForwardPress();
+    void stepThreeDropsTheReadsOfStepOne();
+    void longestNumberIsShownWhole();
     void pressAndReleaseKeepTheirOrder();
     void releaseDropsAMoveThatHasNotBegun();
     void moveIsRefusedWhileTheTableIsRead();
@@ -233,6 +236,61 @@ void TrialRunPositionTest::moveHasTheSignOfItsDirection()
             button == drive.moveRollback() ? "0110 213A 0002 04 FFFFFC18" : "0110 213A 0002 04 000003E8";
         QCOMPARE(bench.sent(), frames({distance, "010620CA0401", "010620CA0001"}));
     }
+}
+
+void TrialRunPositionTest::lowestDistanceMovesForwardOnAForwardPress()
+{
+    TrialBench bench;
+    bench.peer.registers[0x213A] = 0x8000;
+    bench.peer.registers[0x213B] = 0;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.once());
+    bench.window->positionrollbackPressedSlt();
+    TrialBench::settled();
+    QCOMPARE(bench.peer.frames.first(), wire::frame("0110 213A 0002 04 80000000"));
+    bench.window->positionrollbackReleasedSlt();
+    TrialBench::settled();
+    bench.peer.frames.clear();
+    bench.window->positionforewardPressedSlt();
+    TrialBench::settled();
+    QCOMPARE(bench.peer.frames.first(), wire::frame("0110 213A 0002 04 7FFFFFFF"));
+}
+
+void TrialRunPositionTest::stepThreeDropsTheReadsOfStepOne()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    enter(bench, drive.once());
+    bench.peer.intercept = [&](const QByteArray &request, const QByteArray &usual) {
+        bench.peer.held = bench.peer.held || request == QByteArray::fromHex("0103200700013e0b");
+        return usual;
+    };
+    TrialRunDriver::click(drive.jogRun());
+    QVERIFY(runUntil([&] { return bench.peer.held; }, 2000));
+    bench.peer.intercept = {};
+    bench.peer.frames.clear();
+    TrialRunDriver::click(drive.positionRun());
+    bench.peer.release();
+    TrialBench::settled();
+    QCOMPARE(bench.sent(), frames({"0106200B0000", "0110 2332 0004 08 00000000 00000000", "010620CA0000"}));
+    QCOMPARE(TrialRunDriver::cells(drive.jogTable()), (QStringList{"", "", "", ""}));
+    QVERIFY(!drive.positionRun()->isEnabled());
+}
+
+void TrialRunPositionTest::longestNumberIsShownWhole()
+{
+    TrialBench bench;
+    bench.peer.registers[0x213A] = 0x8000;
+    bench.peer.registers[0x213B] = 1;
+    QVERIFY(bench.waitUntilReady());
+    QTableWidget *const table = bench.drive().positionTable();
+    const int blankWidth = table->columnWidth(3);
+    enter(bench, bench.drive().once());
+    QCOMPARE(TrialRunDriver::cell(table, 0), QStringLiteral("-2147483647"));
+    QVERIFY(table->columnWidth(3) > table->fontMetrics().horizontalAdvance(QStringLiteral("-2147483647")));
+    QVERIFY(blankWidth >= 90);
 }
 
 void TrialRunPositionTest::pressAndReleaseKeepTheirOrder()
