@@ -31,7 +31,7 @@ QString shortCode(const QString &code);
 QString catalogueSpelling(const QString &code);
 
 // What a hexadecimal text begins with.
-constexpr QLatin1String hexPrefix("0x");
+const QLatin1String hexPrefix("0x");
 
 // True for a number with a fraction.
 bool hasPoint(const QString &text);

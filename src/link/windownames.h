@@ -5,9 +5,9 @@
 
 #include <QLatin1String>
 
-constexpr QLatin1String editorLinkName("Editor");
-constexpr QLatin1String monitorLinkName("Monitor");
-constexpr QLatin1String gainTuningLinkName("Gain Tuning");
-constexpr QLatin1String trialRunLinkName("Trial Run");
+const QLatin1String editorLinkName("Editor");
+const QLatin1String monitorLinkName("Monitor");
+const QLatin1String gainTuningLinkName("Gain Tuning");
+const QLatin1String trialRunLinkName("Trial Run");
 // Travels with the frames of the stream's control, which have no reply to route.
-constexpr QLatin1String scopeLinkName("Scope");
+const QLatin1String scopeLinkName("Scope");

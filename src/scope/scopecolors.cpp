@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr QLatin1String backgroundKey("backgroudColor");
+const QLatin1String backgroundKey("backgroudColor");
 
 QString colorKey(int channel)
 {

@@ -6,18 +6,18 @@
 #include <QLatin1String>
 
 // Relative to the working directory.
-constexpr QLatin1String settingsFile("settings.ini");
+const QLatin1String settingsFile("settings.ini");
 
 namespace settingskey {
 
-constexpr QLatin1String geometry("geometry");
-constexpr QLatin1String language("Language");           // group and key
-constexpr QLatin1String splitterSizes("splitterSizes"); // group and key
-constexpr QLatin1String needSetYaxis("NeedSetYaxis");   // group and key
-constexpr QLatin1String scopeColor("ScopeColor");       // group
-constexpr QLatin1String savePath("SavePath");           // group
-constexpr QLatin1String openFilePath("openFilePath");
-constexpr QLatin1String saveFilePath("saveFilePath");
-constexpr QLatin1String savePixmapPath("savePixmapPath");
+const QLatin1String geometry("geometry");
+const QLatin1String language("Language");           // group and key
+const QLatin1String splitterSizes("splitterSizes"); // group and key
+const QLatin1String needSetYaxis("NeedSetYaxis");   // group and key
+const QLatin1String scopeColor("ScopeColor");       // group
+const QLatin1String savePath("SavePath");           // group
+const QLatin1String openFilePath("openFilePath");
+const QLatin1String saveFilePath("saveFilePath");
+const QLatin1String savePixmapPath("savePixmapPath");
 
 } // namespace settingskey

@@ -35,7 +35,7 @@ const QString otherStyle = QStringLiteral("background-color:#c3c4c4;border:2px s
 // One picture in every mode: a button that may not be used has a picture of its own.
 void draw(QPushButton *button, const QString &name)
 {
-    const QString file = QStringLiteral(":/pic/pic/%1.png").arg(name);
+    const QString file = QLatin1String(":/pic/pic/") + name + QLatin1String(".png");
     QIcon icon(file);
     icon.addFile(file, QSize(), QIcon::Disabled);
     button->setIcon(icon);

@@ -390,11 +390,14 @@ void TrialSequence::linkEnded()
         return;
     }
     drop([](const QueuedFrame &queued) { return queued.isHeld || isAddressless(queued.frame); });
+    bool isPanelUnconfirmed = false;
     for (const TrialExchange::Request &request : unanswered) {
         if (request.kind == TrialExchange::Kind::Write)
             exchange.send(request.frame, TrialExchange::Kind::Write);
+        isPanelUnconfirmed |= request.kind == TrialExchange::Kind::Panel;
     }
-    if (!exchange.isPanelOn())
+    // A zero that has left with a worker that found no drive is lost like any other request.
+    if (!exchange.isPanelOn() && !isPanelUnconfirmed)
         return;
     // A motor that ran when the line broke is stopped by the first request that gets through.
     setPolling(false);

@@ -5,4 +5,4 @@
 #include <QLatin1String>
 
 // The program's own icon.
-constexpr QLatin1String logoPicture(":/pic/pic/logo.ico");
+const QLatin1String logoPicture(":/pic/pic/logo.ico");

@@ -7,17 +7,12 @@
 #include "scope/scope.h"
 #include "support/modalanswers.h"
 #include "support/testdirectory.h"
+#include "trialrun/trialrun.h"
 
 #include <QListWidget>
 #include <QPointer>
 #include <QSettings>
 #include <QTest>
-
-// The shell knows a window by its class.
-class TrialRun : public QWidget
-{
-    Q_OBJECT
-};
 
 class MainWindowClosingTest : public QObject
 {

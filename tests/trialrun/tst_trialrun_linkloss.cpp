@@ -9,6 +9,7 @@ class TrialRunLinkLossTest : public QObject
 
 private slots:
     void servoIsOffInTheWindow();
+    void zeroThatIsLostAgainIsSentAgain();
     void heldButtonEndsWithTheLink();
     void continuousRunEndsWithTheLink();
     void pressWithoutLinkDoesNotLeave_data();
@@ -44,6 +45,25 @@ void TrialRunLinkLossTest::servoIsOffInTheWindow()
     SerialPort::portOpened = true;
     // The look at the position does not come back by itself either.
     QVERIFY(!runUntil([&] { return bench.peer.frames.size() > 2; }, 600));
+}
+
+// Of a worker that finds no drive nothing comes back, and its request is lost with it.
+void TrialRunLinkLossTest::zeroThatIsLostAgainIsSentAgain()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    TrialRunDriver::click(bench.drive().servoOn());
+    TrialBench::settled();
+    bench.peer.held = true;
+    for (int i = 0; i < 3; ++i) {
+        loseLink(bench);
+        QCOMPARE(bench.peer.frames, (QList<QByteArray>{withdrawal, panel("0000")}));
+    }
+    // Once it has been answered, a lost link has nothing to stop.
+    SerialPort::portOpened = true;
+    bench.window->handleTrialRun(panel("0000"));
+    loseLink(bench);
+    QCOMPARE(bench.sent().count(panel("0000")), 0);
 }
 
 void TrialRunLinkLossTest::heldButtonEndsWithTheLink()
