@@ -4,6 +4,7 @@
 #include "parameter/parameterbatch.h"
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
+#include "support/editordriver.h"
 #include "support/modalanswers.h"
 #include "support/rununtil.h"
 #include "support/workplace.h"
@@ -26,7 +27,7 @@ QStringList cellsOf(const ParameterEditor *editor)
 {
     QStringList cells;
     for (int index = 0; index < 12; ++index) {
-        const ParameterTable *const page = Workplace::page(editor, index);
+        const ParameterTable *const page = EditorDriver(editor).page(index);
         for (int row = 0; row < page->rowCount(); ++row)
             cells.append(page->code(row) + QLatin1Char(' ') + page->text(row, ParameterTable::ValueColumn));
     }
@@ -36,7 +37,7 @@ QStringList cellsOf(const ParameterEditor *editor)
 void emptyCells(const ParameterEditor *editor)
 {
     for (int index = 0; index < 12; ++index) {
-        const ParameterTable *const page = Workplace::page(editor, index);
+        const ParameterTable *const page = EditorDriver(editor).page(index);
         for (int row = 0; row < page->rowCount(); ++row)
             page->item(row, ParameterTable::ValueColumn)->setText(QStringLiteral("unread"));
     }
@@ -65,7 +66,7 @@ QStringList registersOf(kt500sim::SimulatedDrive *drive)
 
 bool isReading(const ParameterEditor *editor, int from)
 {
-    const QProgressDialog *const progress = Workplace::progress(editor);
+    const QProgressDialog *const progress = EditorDriver(editor).progress();
     return progress->isVisible() && progress->value() >= from;
 }
 
@@ -130,7 +131,7 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesTheReadWhole()
     // No value is another register's, so that none can stand in the place of another unnoticed.
     for (int offset = 0; offset < 1200; ++offset)
         place.drive->writeRegister(offset, quint16(3 * offset + 1));
-    const ParameterEditor *const editor = place.openConnectedEditor(rs485);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, rs485);
     QVERIFY(editor);
     const auto readAll = [&boxes, editor](const std::function<void()> &meanwhile) {
         emptyCells(editor);
@@ -142,7 +143,7 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesTheReadWhole()
     };
     readAll([] {});
     const QStringList undisturbed = cellsOf(editor);
-    QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("2.2"));
+    QCOMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-007")), QStringLiteral("2.2"));
     readAll([&place, fault] { QVERIFY(place.drive->setFault(fault)); });
     const QString wrong = differences(cellsOf(editor), undisturbed);
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong));
@@ -166,13 +167,13 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesTheWriteWhole()
     // The English catalogue reads ten pairs by their first word alone.
     Workplace place(QStringLiteral("zh_CN"));
     place.drive->freeze();
-    const ParameterEditor *const editor = place.openConnectedEditor(rs485);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, rs485);
     QVERIFY(editor);
     // What the drive comes with is shown first, then written back: neither cells nor registers change.
     boxes.expect(QStringLiteral("参数读取完成"));
     Workplace::clickAction(editor, "readAction");
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 60000));
-    Workplace::setValue(editor, 0, QStringLiteral("Pn-007"), QStringLiteral("321.5"));
+    EditorDriver(editor).setValue(0, QStringLiteral("Pn-007"), QStringLiteral("321.5"));
     place.drive->writeRegister(7, 3215, kt500sim::RegisterCopy::Stored);
     const QStringList cells = cellsOf(editor);
     const QStringList registers = registersOf(place.drive.get());
@@ -209,7 +210,7 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesSingleReadsRight()
     ModalAnswers boxes;
     Workplace place;
     place.drive->freeze();
-    ParameterEditor *const editor = place.openConnectedEditor(speed);
+    ParameterEditor *const editor = EditorDriver::openConnected(&place, speed);
     QVERIFY(editor);
     place.drive->writeRegister(7, 4321);
     place.drive->writeRegister(8, 777);
@@ -217,13 +218,13 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesSingleReadsRight()
     QVERIFY(place.drive->setFault(fault));
     // Each is asked when the one before is shown.
     editor->readCurrentParameter({QStringLiteral("Pn-007")});
-    QTRY_COMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
+    QTRY_COMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
     editor->readCurrentParameter({QStringLiteral("Pn-008")});
-    QTRY_COMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-008")), QStringLiteral("777"));
+    QTRY_COMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-008")), QStringLiteral("777"));
     editor->readCurrentParameter({QStringLiteral("Pn-009")});
-    QTRY_COMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-009")), QStringLiteral("123"));
-    QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
-    QCOMPARE(Workplace::value(editor, 0, QStringLiteral("Pn-008")), QStringLiteral("777"));
+    QTRY_COMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-009")), QStringLiteral("123"));
+    QCOMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-007")), QStringLiteral("432.1"));
+    QCOMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-008")), QStringLiteral("777"));
 }
 
 void DisturbedTransfersEndToEndTest::passingFaultLeavesTheBatchReadWhole_data()
@@ -241,7 +242,7 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesTheBatchReadWhole()
     ModalAnswers boxes;
     Workplace place;
     place.drive->freeze();
-    ParameterEditor *const editor = place.openConnectedEditor(rs485);
+    ParameterEditor *const editor = EditorDriver::openConnected(&place, rs485);
     QVERIFY(editor);
     const QTableWidget *const list = batchList();
     QVERIFY(list);
