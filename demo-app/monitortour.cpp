@@ -82,11 +82,11 @@ void addMonitorTour(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *dr
                },
                QString()});
     tour->add({QStringLiteral("drive has the speed"),
-               [drive] { return drive->readPair(401) == 10 * shownSpeed; }, [] { click("enableButton"); },
-               QString()});
+               [drive] { return drive->readPair(401) == 10 * shownSpeed && areFunctionsShown(); },
+               [] { click("enableButton"); }, QString()});
     tour->add({QStringLiteral("motor turns"),
-               [] { return std::abs(statusOf("Pn-F00").toInt() - shownSpeed) < 10 && areFunctionsShown(); },
-               [] { click("enableButton"); }, QStringLiteral("15-monitor")});
+               [] { return std::abs(statusOf("Pn-F00").toInt() - shownSpeed) < 30 && areFunctionsShown(); },
+               [] { click("enableButton"); }, QStringLiteral("15-monitor"), 20000});
     tour->add({QStringLiteral("motor stands"), [] { return statusOf("Pn-F00").toInt() == 0; },
                [drive] { drive->raiseFault(shownFault); }, QString(), 20000});
     tour->add({QStringLiteral("fault is shown"),

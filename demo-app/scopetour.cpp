@@ -54,6 +54,21 @@ void chooseChannels()
     }
 }
 
+// Draws the zoom's band around the first seconds of the picture.
+void zoomIntoTheRun()
+{
+    constexpr int frame = 50;           // pixels around the plot area
+    constexpr double shownTime = 60000; // ms
+    constexpr double zoomedTime = 5400; // ms
+    auto *const plot = find<Plotter>();
+    const QPoint from(frame + 1, frame + 1);
+    const QPoint to(frame + int((plot->width() - 2 * frame) * zoomedTime / shownTime),
+                    plot->height() - frame - 1);
+    QTest::mousePress(plot, Qt::LeftButton, {}, from);
+    QTest::mouseMove(plot, to);
+    QTest::mouseRelease(plot, Qt::LeftButton, {}, to);
+}
+
 // Speed method, the servo on by register.
 void startMotor(kt500sim::SimulatedDrive *drive)
 {
@@ -83,6 +98,8 @@ void addScopeTour(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *driv
 
     tour->add({QStringLiteral("scope can be opened"), [] { return !QApplication::activeModalWidget(); },
                [tour, window, drive] {
+                   // Four channels need the pace of USB.
+                   drive->setPacing({});
                    startMotor(drive);
                    if (!Tour::clickAction(window->findChild<QAction *>(QStringLiteral("actionData_Scope"))))
                        tour->fail(QStringLiteral("the tool bar does not show \"Data Scope\""));
@@ -90,6 +107,7 @@ void addScopeTour(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *driv
                QString()});
     tour->add({QStringLiteral("scope shows its channels"), [] { return find<ChannelPanels>() != nullptr; },
                [live, toAndFro] {
+                   Tour::visible<Scope>()->parentWidget()->showMaximized();
                    chooseChannels();
                    clickTool(ScopeToolBar::Run);
                    live->start();
@@ -106,15 +124,24 @@ void addScopeTour(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *driv
                [] { return find<ScopeToolBar>()->action(ScopeToolBar::MeasureX)->isEnabled(); },
                [drive] {
                    stopMotor(drive);
-                   clickTool(ScopeToolBar::ShowAllAdjusted);
+                   zoomIntoTheRun();
                    clickTool(ScopeToolBar::MeasureX);
                    clickTool(ScopeToolBar::MeasureY);
                },
                QString()});
     tour->add({QStringLiteral("cursors are shown"), [live] { return live->elapsed() > liveTime + 1500; },
                [] { clickTool(ScopeToolBar::Fft); }, QStringLiteral("21-scope-cursors")});
-    tour->add({QStringLiteral("spectrum is shown"), [] { return Tour::visible<SpectrumWindow>() != nullptr; },
-               [] { Tour::visible<SpectrumWindow>()->close(); }, QStringLiteral("22-spectrum"), 15000});
-    tour->add({QStringLiteral("scope can be closed"), [] { return !Tour::visible<SpectrumWindow>(); },
-               [] { Tour::visible<Scope>()->parentWidget()->close(); }, QString()});
+    tour->add({QStringLiteral("spectrum comes"), [] { return Tour::visible<SpectrumWindow>() != nullptr; },
+               [live] { live->restart(); }, QString(), 15000});
+    tour->add({QStringLiteral("spectrum is shown"), [live] { return live->elapsed() > 500; },
+               [] { Tour::visible<SpectrumWindow>()->close(); }, QStringLiteral("22-spectrum")});
+    tour->add({QStringLiteral("a point can be clicked"), [] { return !Tour::visible<SpectrumWindow>(); },
+               [] {
+                   auto *const plot = find<Plotter>();
+                   QTest::mouseClick(plot, Qt::RightButton, {}, plot->rect().center());
+               },
+               QString()});
+    tour->add({QStringLiteral("scope can be closed"), [] { return true; },
+               [] { Tour::visible<Scope>()->parentWidget()->close(); },
+               QStringLiteral("22-values-at-a-point")});
 }
