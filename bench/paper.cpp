@@ -4,8 +4,8 @@
 #include "catalogueeditor.h"
 #include "parameter/parametereditor.h"
 #include "parameter/parameterprint.h"
-#include "parameter/printedpages.h"
 #include "parameter/parametertable.h"
+#include "parameter/printedpages.h"
 #include "report.h"
 #include "settings/applanguage.h"
 
