@@ -156,6 +156,17 @@ private slots:
         QCOMPARE(file.stored(offset), std::uint16_t(0));
     }
 
+    void bothWordsOfAReadOnlyPairAreReadOnly()
+    {
+        const RegisterFile file(*parseRegisterTable(QStringLiteral("700,2,r,5\n702,2,rw,5\n704,1,r,5\n")));
+        QVERIFY(file.isReadOnly(700));
+        QVERIFY(file.isReadOnly(701));
+        QVERIFY(!file.isReadOnly(702));
+        QVERIFY(!file.isReadOnly(703));
+        QVERIFY(file.isReadOnly(704));
+        QVERIFY(!file.isReadOnly(705));
+    }
+
     void powerCycleKeepsWhatIsStoredAlone()
     {
         RegisterFile file = smallFile();

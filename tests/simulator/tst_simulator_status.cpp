@@ -3,6 +3,8 @@
 
 #include "simulator/model/statusvalues.h"
 
+#include <QFile>
+#include <QRegularExpression>
 #include <QtTest>
 
 #include <cmath>
@@ -136,6 +138,25 @@ private slots:
         bench.model.refreshStatus(bench.registers);
         const std::int32_t shown = wide ? bench.statusPair(offset) : bench.status(offset);
         QCOMPARE(bench.model.scopeValue(item), shown);
+    }
+
+    // The catalogue whose rows name all items: a row's register is that of its code, and a row with a code of
+    // another kind has none.
+    void everyScopeItemIsTheRegisterThatItsRowNames()
+    {
+        QFile file(QStringLiteral(SCOPE_CATALOGUE));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(file.readAll());
+        QRegularExpressionMatchIterator codes =
+            QRegularExpression(QStringLiteral("<code>([^<]*)</code>")).globalMatch(text);
+        int item = 0;
+        for (; codes.hasNext(); ++item) {
+            const QString code = codes.next().captured(1);
+            const int expected = code.startsWith(QLatin1String("Pn-F")) ? 1500 + code.mid(4, 2).toInt() : -1;
+            QVERIFY2(offsetOfScopeItem(item) == expected, qPrintable(code));
+        }
+        QCOMPARE(item, 50);
+        QCOMPARE(offsetOfScopeItem(item), -1);
     }
 
     void itemsOfTheLoopsAreInTheirUnits()
