@@ -48,6 +48,8 @@ GainTuning::GainTuning(QWidget *parent)
     buildFocusRules();
     showOnlineMode(false);
     chart = new RigidityChart;
+    // The view comes with a chart of its own and gives it away for another one.
+    const std::unique_ptr<QtCharts::QChart> emptyChart(ui->chartViewBar->chart());
     ui->chartViewBar->setChart(chart);
     connectLink();
     QTimer::singleShot(0, this, &GainTuning::writeToSerial);
