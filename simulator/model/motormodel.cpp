@@ -9,7 +9,6 @@ namespace kt500sim {
 namespace {
 
 constexpr int samplesPerSlowStep = 8;
-constexpr double slowStepTime = samplesPerSlowStep * stepTime;
 constexpr double averageLoadTime = 10; // s
 constexpr double hoursAtStart = 1234;  // what this drive had behind it when it was made
 

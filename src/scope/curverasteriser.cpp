@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scope/curverasteriser.h"
 
-#include <QSemaphore>
-#include <QThreadPool>
-
 #include <algorithm>
+#include <thread>
 
 namespace {
 
@@ -122,13 +120,9 @@ bool CurveRasteriser::addSamples(const PlotInputs &inputs, const std::atomic<boo
         return isDone;
     };
     bool isOddDone = false;
-    QSemaphore finished;
-    QThreadPool::globalInstance()->start([&] {
-        isOddDone = addEverySecond(1);
-        finished.release();
-    });
+    std::thread odd([&] { isOddDone = addEverySecond(1); });
     const bool isEvenDone = addEverySecond(0);
-    finished.acquire();
+    odd.join();
     return isEvenDone && isOddDone;
 }
 

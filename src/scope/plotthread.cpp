@@ -15,10 +15,10 @@ PlotThread::~PlotThread()
 
 void PlotThread::setInputs(const PlotInputs &newInputs)
 {
-    const QMutexLocker locker(&mutex);
+    const std::lock_guard<std::mutex> lock(mutex);
     inputs = newInputs;
     hasNewInputs = true;
-    changed.wakeOne();
+    changed.notify_one();
 }
 
 void PlotThread::begin()
@@ -27,7 +27,7 @@ void PlotThread::begin()
         return;
     {
         // A picture that an earlier run of the thread sent may have been replaced since.
-        const QMutexLocker locker(&mutex);
+        const std::lock_guard<std::mutex> lock(mutex);
         isEnding = false;
         hasNewInputs = true;
     }
@@ -37,9 +37,9 @@ void PlotThread::begin()
 void PlotThread::end()
 {
     {
-        const QMutexLocker locker(&mutex);
+        const std::lock_guard<std::mutex> lock(mutex);
         isEnding = true;
-        changed.wakeOne();
+        changed.notify_one();
     }
     wait();
     quit();
@@ -47,9 +47,8 @@ void PlotThread::end()
 
 bool PlotThread::takeInputs(PlotInputs *taken)
 {
-    const QMutexLocker locker(&mutex);
-    while (!hasNewInputs && !isEnding)
-        changed.wait(&mutex);
+    std::unique_lock<std::mutex> lock(mutex);
+    changed.wait(lock, [this] { return hasNewInputs || isEnding; });
     hasNewInputs = false;
     *taken = inputs;
     return !isEnding;

@@ -7,11 +7,11 @@
 #include "scope/plotinputs.h"
 
 #include <QImage>
-#include <QMutex>
 #include <QThread>
-#include <QWaitCondition>
 
 #include <atomic>
+#include <condition_variable>
+#include <mutex>
 
 class PlotThread : public QThread
 {
@@ -38,8 +38,8 @@ private:
     // Waits until there is something new; false when the thread is to end.
     bool takeInputs(PlotInputs *taken);
 
-    QMutex mutex; // guards the next two
-    QWaitCondition changed;
+    std::mutex mutex; // guards the next two
+    std::condition_variable changed;
     PlotInputs inputs;
     bool hasNewInputs = false;
     std::atomic<bool> isEnding{false};
