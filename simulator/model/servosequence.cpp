@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/model/servosequence.h"
 
+#include <cmath>
+
 #include "simulator/model/units.h"
 
 namespace kt500sim {
@@ -11,7 +13,7 @@ constexpr double stopTimeLimit = 10; // s, after which a controlled stop is give
 
 int samplesOf(double seconds)
 {
-    return static_cast<int>(seconds * samplesPerSecond + 0.5);
+    return static_cast<int>(std::lround(seconds * samplesPerSecond));
 }
 
 } // namespace

@@ -28,7 +28,7 @@ void Coverage::reset(const QSize &newSize, double maxCrossings, int newPenWidth)
     // The middle of the pen, and the middle of the pixel.
     xOffset = -32 * 1024 * penWidth;
     stride = size.height() + 2 * padding;
-    table.assign(static_cast<std::size_t>((size.width() + 2 * padding) * stride), 0U);
+    table.assign(static_cast<std::size_t>(size.width() + 2 * padding) * static_cast<std::size_t>(stride), 0U);
     cells = table.data() + padding * stride + padding;
     firstDirty = 0;
     lastDirty = size.width() - 1;

@@ -185,7 +185,7 @@ void CurveChannel::addBlock(const PointTrack &points, const double *values, int 
     }
     bool isInside = !points.hasNonFinite();
     for (int i = 0; i < count; ++i)
-        isInside &= xRange.holds(xs[static_cast<size_t>(i)]) & yRange.holds(ys[static_cast<size_t>(i)]);
+        isInside &= xRange.holds(xs[static_cast<size_t>(i)]) && yRange.holds(ys[static_cast<size_t>(i)]);
     const auto pixelOf = [&](int i) { return m.map({firstX + PointTrack::sampleStep * i, values[i]}); };
     if (!isInside) {
         for (int i = 0; i < count; ++i)
