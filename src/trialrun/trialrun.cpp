@@ -242,14 +242,15 @@ void TrialRun::previousStepSlt()
     initWrite();
 }
 
+// What is typed while the drive's values fill a table would be shown and never written.
 void TrialRun::jogTableWidgetCellClicked(int, int column)
 {
-    page->jogTable->chooseTriggers(column);
+    page->jogTable->chooseTriggers(column, !sequence->isReadingTable());
 }
 
 void TrialRun::operationTableWidgetCellClicked(int, int column)
 {
-    page->positionTable->chooseTriggers(column);
+    page->positionTable->chooseTriggers(column, !sequence->isReadingTable());
 }
 
 void TrialRun::buttonReleasedSlt() {}

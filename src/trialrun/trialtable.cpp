@@ -76,9 +76,9 @@ void TrialTable::setRowEditable(int row, bool editable)
     cell->setFlags(editable ? cell->flags() | Qt::ItemIsEditable : cell->flags() & ~Qt::ItemIsEditable);
 }
 
-void TrialTable::chooseTriggers(int column)
+void TrialTable::chooseTriggers(int column, bool acceptsEdits)
 {
-    setEditTriggers(column == ColumnCount - 1
+    setEditTriggers(column == ColumnCount - 1 && acceptsEdits
                         ? QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked
                         : QAbstractItemView::NoEditTriggers);
 }

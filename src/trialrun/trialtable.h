@@ -23,8 +23,8 @@ public:
     void setValue(int row, const QString &text);
     void clearValues();
     void setRowEditable(int row, bool editable);
-    // Lets a value be edited by a double or a second click, and nothing else.
-    void chooseTriggers(int column);
+    // Lets a value be edited by a double or a second click if edits are accepted, and nothing else.
+    void chooseTriggers(int column, bool acceptsEdits);
 
 protected:
     // Wide enough for the longest number, and never narrower when blank.

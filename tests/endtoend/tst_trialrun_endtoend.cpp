@@ -64,7 +64,13 @@ void TrialRunEndToEndTest::wholeTrialRunMovesAndGivesTheDriveBack()
 
     TrialRunDriver::click(drive.positionRun());
     TrialRunDriver::click(drive.once());
-    QVERIFY(runUntil([&] { return !TrialRunDriver::cell(drive.positionTable(), 6).isEmpty(); }, 3000));
+    QVERIFY(runUntil(
+        [&] {
+            TrialRunDriver::clickCell(drive.positionTable(), 0);
+            return TrialRunDriver::opensForTyping(drive.positionTable());
+        },
+        3000));
+    QVERIFY(!TrialRunDriver::cell(drive.positionTable(), 6).isEmpty());
     QCOMPARE(place.drive->readPair(818).value_or(0), drive.forwardLimit().toInt());
     QCOMPARE(place.drive->readPair(820).value_or(0), drive.rollbackLimit().toInt());
     TrialRunDriver::type(drive.positionTable(), 0, QStringLiteral("5000"));

@@ -119,6 +119,17 @@ QString TrialRunDriver::cell(const QTableWidget *table, int row)
     return table->item(row, valueColumn)->text();
 }
 
+void TrialRunDriver::clickCell(QTableWidget *table, int row)
+{
+    const QRect cell = table->visualItemRect(table->item(row, valueColumn));
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
+}
+
+bool TrialRunDriver::opensForTyping(const QTableWidget *table)
+{
+    return table->editTriggers().testFlag(QAbstractItemView::DoubleClicked);
+}
+
 void TrialRunDriver::type(QTableWidget *table, int row, const QString &text)
 {
     table->item(row, valueColumn)->setText(text);

@@ -25,6 +25,8 @@ private slots:
     void pressAndReleaseKeepTheirOrder();
     void releaseDropsAMoveThatHasNotBegun();
     void moveIsRefusedWhileTheTableIsRead();
+    void cellsOpenForTypingWhenTheTableIsRead_data();
+    void cellsOpenForTypingWhenTheTableIsRead();
     void typedCellOnce_data();
     void typedCellOnce();
     void typedCellContinuous();
@@ -346,6 +348,32 @@ void TrialRunPositionTest::moveIsRefusedWhileTheTableIsRead()
     TrialBench::settled();
     QCOMPARE(bench.peer.frames.size(), 7);
     QVERIFY(!TrialRunDriver::cell(drive.positionTable(), 6).isEmpty());
+}
+
+void TrialRunPositionTest::cellsOpenForTypingWhenTheTableIsRead_data()
+{
+    QTest::addColumn<bool>("continuous");
+    QTest::newRow("once") << false;
+    QTest::newRow("continuous") << true;
+}
+
+void TrialRunPositionTest::cellsOpenForTypingWhenTheTableIsRead()
+{
+    QFETCH(bool, continuous);
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    bench.enterStepThree();
+    const TrialRunDriver drive = bench.drive();
+    TrialRunDriver::clickCell(drive.positionTable(), 0);
+    QVERIFY(TrialRunDriver::opensForTyping(drive.positionTable()));
+    bench.peer.held = true;
+    TrialRunDriver::click(continuous ? drive.continuous() : drive.once());
+    TrialRunDriver::clickCell(drive.positionTable(), 0);
+    QVERIFY(!TrialRunDriver::opensForTyping(drive.positionTable()));
+    bench.peer.release();
+    TrialBench::settled();
+    TrialRunDriver::clickCell(drive.positionTable(), 0);
+    QVERIFY(TrialRunDriver::opensForTyping(drive.positionTable()));
 }
 
 void TrialRunPositionTest::typedCellOnce_data()
