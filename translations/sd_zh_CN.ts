@@ -218,7 +218,7 @@ Reset</source>
     </message>
     <message>
         <source>1:Internal number given</source>
-        <translation>1:内部数值给定</translation>
+        <translation>1:内部数字给定</translation>
     </message>
     <message>
         <source>2:Internal multi-segment position command</source>
@@ -1361,11 +1361,11 @@ Min:%1</source>
     <name>Parameter_Monitor</name>
     <message>
         <source>Monitor</source>
-        <translation>监控</translation>
+        <translation>监视</translation>
     </message>
     <message>
         <source>Parameter Monitor</source>
-        <translation>参数监控</translation>
+        <translation>参数监视</translation>
     </message>
     <message>
         <source>Fault History</source>
