@@ -6,13 +6,13 @@
 build_packages=(
     cmake g++ ninja-build pkg-config
     qtbase5-dev qttools5-dev qttools5-dev-tools libqt5serialport5-dev libqt5charts5-dev libqcustomplot-dev
-    qttranslations5-l10n)
+    qttranslations5-l10n cmark-gfm)
 # An in-memory X server, and fonts that have the Latin, Chinese and symbol glyphs of the windows.
 screen_packages=(xvfb xauth fonts-dejavu-core fonts-wqy-microhei)
 # Turns the pages of the tour's printout into pictures.
 page_packages=(poppler-utils)
 bench_packages=(libmodbus-dev libqt5serialbus5-dev libqwt-qt5-dev)
-ci_packages=(ccache clang-format clang-tidy mold python3)
+ci_packages=(ccache clang-format clang-tidy python3)
 
 need_packages() {
     local missing=() package
