@@ -1,25 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "shell/externalprograms.h"
 
+#include "settings/applanguage.h"
+
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QUrl>
 
 namespace {
 
 #ifdef Q_OS_WIN
 const QStringList calculators{QStringLiteral("Calc.exe")};
 const QStringList helpViewers{QStringLiteral("hh.exe")};
-const QStringList guideViewers;
 #else
 const QStringList calculators{QStringLiteral("gnome-calculator"), QStringLiteral("kcalc"),
                               QStringLiteral("mate-calc"),        QStringLiteral("galculator"),
                               QStringLiteral("qalculate-gtk"),    QStringLiteral("xcalc")};
 const QStringList helpViewers{QStringLiteral("kchmviewer"), QStringLiteral("xchm"), QStringLiteral("okular")};
-const QStringList guideViewers{QStringLiteral("xdg-open"), QStringLiteral("x-www-browser"),
-                               QStringLiteral("sensible-browser")};
 #endif
 
 QString firstInstalled(const QStringList &programs)
@@ -32,18 +33,11 @@ QString firstInstalled(const QStringList &programs)
     return QString();
 }
 
-// The user guide lies beside an installed program, or in the tree that it was built from.
-QString userGuide()
-{
-    const QDir programDir(QCoreApplication::applicationDirPath());
-    for (const char *place : {"docs/user-guide", "../share/doc/velmora/user-guide", "../docs/user-guide",
-                              "../../docs/user-guide", "../../../docs/user-guide"}) {
-        const QFileInfo guide(programDir.filePath(QLatin1String(place) + QLatin1String("/README.md")));
-        if (guide.exists())
-            return guide.canonicalFilePath();
-    }
-    return QString();
-}
+// Where the guide lies, seen from the program: installed in bin or in lib/velmora, then in the tree that it
+// was built in, then beside it.
+const QStringList guidePlaces{QStringLiteral("../share/doc/velmora/guide"),
+                              QStringLiteral("../../share/doc/velmora/guide"), QStringLiteral("../guide"),
+                              QStringLiteral("guide")};
 
 void showIn(const QStringList &viewers, const QString &path)
 {
@@ -70,14 +64,29 @@ void startCalculator(QProcess *process)
         process->start(program, QStringList(), QIODevice::ReadWrite);
 }
 
+QString userGuide(const QString &programFolder, const QString &language)
+{
+    const QString chosen = isChinese(language) ? QStringLiteral("zh") : QStringLiteral("en");
+    for (const QString &folder : {chosen, QStringLiteral("en")}) {
+        for (const QString &place : guidePlaces) {
+            const QFileInfo contents(QDir(programFolder).filePath(place + QLatin1Char('/') + folder) +
+                                     QLatin1String("/index.html"));
+            if (contents.exists())
+                return contents.canonicalFilePath();
+        }
+    }
+    return QString();
+}
+
 void openHelp()
 {
-    const QString helpFile = QCoreApplication::applicationDirPath() + QLatin1String("/ServoHelp.CHM");
+    const QString programFolder = QCoreApplication::applicationDirPath();
+    const QString helpFile = programFolder + QLatin1String("/ServoHelp.CHM");
     if (QFileInfo::exists(helpFile)) {
         showIn(helpViewers, helpFile);
         return;
     }
-    const QString guide = userGuide();
+    const QString guide = userGuide(programFolder, configuredLanguage());
     if (!guide.isEmpty())
-        showIn(guideViewers, guide);
+        QDesktopServices::openUrl(QUrl::fromLocalFile(guide));
 }

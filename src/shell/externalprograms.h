@@ -11,9 +11,13 @@ class QProcess;
 // reported when there is none.
 void startCalculator(QProcess *process);
 
-// Opens the help file beside the executable in the platform's viewer, or the user guide where there is no
-// such file. Nothing is reported when neither can be shown.
+// Opens the help file beside the executable in the platform's viewer; where there is no such file, the user
+// guide of the configured language in the system's browser. Nothing is reported when neither can be shown.
 void openHelp();
+
+// The contents page of the guide that belongs to a program in the folder given: installed, in its build tree,
+// or beside it. A language without a guide gets the English one; empty where there is none.
+QString userGuide(const QString &programFolder, const QString &language);
 
 // Names of calculators in the order of preference; the first installed one is started.
 QStringList calculatorPrograms();
