@@ -12,7 +12,7 @@ screen_packages=(xvfb xauth fonts-dejavu-core fonts-wqy-microhei)
 # Turns the pages of the tour's printout into pictures.
 page_packages=(poppler-utils)
 bench_packages=(libmodbus-dev libqt5serialbus5-dev libqwt-qt5-dev)
-ci_packages=(ccache clang-format clang-tidy python3)
+ci_packages=(ccache clang-format clang-tidy mold python3)
 
 need_packages() {
     local missing=() package
