@@ -17,6 +17,3 @@ add_custom_command(OUTPUT ${velmora_guide}/en/index.html
     DEPENDS ${PROJECT_SOURCE_DIR}/scripts/build-guide ${velmora_guide_sources}
     COMMENT "Making the user guide" VERBATIM)
 add_custom_target(guide ALL DEPENDS ${velmora_guide}/en/index.html)
-
-include(GNUInstallDirs)
-install(DIRECTORY ${velmora_guide}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/velmora/guide)
