@@ -743,6 +743,12 @@ Please select a DI to Enabled Servo</source>
         <source>Calculated</source>
         <translation>计算值</translation>
     </message>
+    <message>
+        <source>Input value execteeds the range!
+Range: </source>
+        <translation>输入值超出范围！
+范围：</translation>
+    </message>
 </context>
 <context>
     <name>MainWindow</name>

@@ -132,7 +132,8 @@ QStringList maximumTexts()
 
 QString rangeMessage(const QString &minimum, const QString &maximum)
 {
-    return QCoreApplication::translate(context, "Input value execteeds the range!\nRange: ") + minimum +
+    // The context stands here as it is, since texts are collected without looking up names.
+    return QCoreApplication::translate("GainTuning", "Input value execteeds the range!\nRange: ") + minimum +
            QLatin1String(" ~ ") + maximum;
 }
 

@@ -5,6 +5,7 @@
 
 #include <QLocale>
 #include <QTest>
+#include <QTranslator>
 
 using namespace gaintuning;
 
@@ -71,6 +72,7 @@ private slots:
     void normalForms_data();
     void normalForms();
     void messageNamesTheRange();
+    void messageNamesTheRangeInChinese();
     void scaledValuesAreRoundedAboveZeroAndCutBelow();
     void valueTextsFollowTheirRegister_data();
     void valueTextsFollowTheirRegister();
@@ -174,6 +176,15 @@ void GainFieldsTest::messageNamesTheRange()
              QStringLiteral("Input value execteeds the range!\nRange: 100 ~ 1000"));
 }
 
+void GainFieldsTest::messageNamesTheRangeInChinese()
+{
+    QTranslator translator;
+    QVERIFY(translator.load(QStringLiteral(":/lan/sd_zh_CN.qm")));
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    QCOMPARE(rangeMessage(QStringLiteral("100"), QStringLiteral("1000")),
+             QStringLiteral("输入值超出范围！\n范围：100 ~ 1000"));
+}
+
 void GainFieldsTest::scaledValuesAreRoundedAboveZeroAndCutBelow()
 {
     QCOMPARE(scaledValue(QStringLiteral("0.45"), 100), 45);
@@ -235,5 +246,5 @@ void GainFieldsTest::everyFieldShowsItsRegister()
     QCOMPARE(fieldOfRegister(0x2258), -1);
 }
 
-QTEST_APPLESS_MAIN(GainFieldsTest)
+QTEST_GUILESS_MAIN(GainFieldsTest)
 #include "tst_gainfields.moc"
