@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scope/scoperecord.h"
 
-#include <QCoreApplication>
+#include "scope/recordfolder.h"
+
 #include <QDateTime>
 #include <QDir>
-#include <QStandardPaths>
-#include <QTemporaryFile>
 
 #include <algorithm>
 
@@ -14,23 +13,10 @@ namespace {
 // Longer than any sample's text and its line end.
 constexpr int sampleLength = 16; // bytes
 
-bool takesFiles(const QString &folder)
-{
-    return QDir().mkpath(folder) && QTemporaryFile(folder + QLatin1String("/probe")).open();
-}
-
-QString recordFolder()
-{
-    const QLatin1String name("/scope");
-    const QString beside = QCoreApplication::applicationDirPath() + name;
-    return takesFiles(beside) ? beside
-                              : QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + name;
-}
-
 } // namespace
 
 ScopeRecord::ScopeRecord()
-    : ScopeRecord(recordFolder())
+    : ScopeRecord(RecordFolder::ofThisProcess().path())
 {
 }
 

@@ -12,8 +12,7 @@
 class ScopeRecord
 {
 public:
-    // The folder "scope" beside the program, or that in the user's data folder where the program's own takes
-    // no files.
+    // In the folder of this process.
     ScopeRecord();
     explicit ScopeRecord(const QString &folder);
     Q_DISABLE_COPY_MOVE(ScopeRecord)

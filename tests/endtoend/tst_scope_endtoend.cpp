@@ -6,6 +6,7 @@
 #include "scope/channelconfig.h"
 #include "scope/channelpanels.h"
 #include "scope/scope.h"
+#include "scope/scoperecord.h"
 #include "scope/scopesidepanel.h"
 #include "scope/scopetoolbar.h"
 #include "shell/mainwindow.h"
@@ -69,7 +70,7 @@ QString runText(const Scope *scope)
 
 QByteArray recordOf(int channel)
 {
-    const QDir dir(QCoreApplication::applicationDirPath() + "/scope");
+    const QDir dir(ScopeRecord().directory());
     QFile file(
         dir.filePath(dir.entryList({QStringLiteral("*_CH%1.txt").arg(channel)}, QDir::Files).value(0)));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");

@@ -6,7 +6,6 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -29,8 +28,6 @@ private slots:
     void copyKeepsFilesThatExistAndNamesThem();
     void folderThatTakesNoFilesIsTold();
     void nothingIsWrittenBehindAFailure();
-    void recordLiesBesideTheProgram();
-    void recordLiesWithTheUserWhereTheProgramsFolderTakesNone();
 
 private:
     QByteArray contentOf(const QString &pattern, const QString &folder) const
@@ -194,34 +191,6 @@ void TestRecordFiles::nothingIsWrittenBehindAFailure()
     QVERIFY(contentOf("*_CH1.txt", record->directory()).size() <= 30000);
     QCOMPARE(contentOf("*_CH2.txt", record->directory()), QByteArray());
 #endif
-}
-
-void TestRecordFiles::recordLiesBesideTheProgram()
-{
-    const ScopeRecord usual;
-    QCOMPARE(usual.directory(), QCoreApplication::applicationDirPath() + "/scope");
-    QVERIFY(QDir(usual.directory()).exists());
-}
-
-void TestRecordFiles::recordLiesWithTheUserWhereTheProgramsFolderTakesNone()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    const QString usual = QCoreApplication::applicationDirPath() + "/scope";
-    QDir(usual).removeRecursively();
-    QFile blocker(usual); // a file in the folder's place
-    QVERIFY(blocker.open(QIODevice::WriteOnly));
-    {
-        ScopeRecord elsewhere;
-        QCOMPARE(elsewhere.directory(),
-                 QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + "/scope");
-        elsewhere.open();
-        elsewhere.append(0, {1});
-        elsewhere.close();
-        QVERIFY(!elsewhere.isIncomplete());
-        QCOMPARE(contentOf("*_CH1.txt", elsewhere.directory()), QByteArray("1\r\n"));
-        QDir(elsewhere.directory()).removeRecursively();
-    }
-    QVERIFY(blocker.remove());
 }
 
 QTEST_GUILESS_MAIN(TestRecordFiles)

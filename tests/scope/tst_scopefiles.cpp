@@ -2,6 +2,7 @@
 // The record saved, a file replayed, the picture saved: dialogs, boxes, and what the window shows of it.
 #include "scopebench.h"
 
+#include "scope/scoperecord.h"
 #include "support/filedialoganswers.h"
 #include "support/fulldisk.h"
 #include "support/modalanswers.h"
@@ -55,7 +56,7 @@ const QString openTitle = QStringLiteral("Open txt file");
 
 QString recordFolder()
 {
-    return QCoreApplication::applicationDirPath() + "/scope";
+    return ScopeRecord().directory();
 }
 
 QByteArray numbered(const char *header, int lines)
