@@ -4,10 +4,38 @@
 #include "settings/settingskeys.h"
 
 #include <QLocale>
+#include <QMutex>
 #include <QSettings>
+
+namespace {
+
+struct HeldLanguage
+{
+    QMutex mutex;
+    QString text; // guarded by the mutex; empty: none
+};
+
+HeldLanguage &heldLanguage()
+{
+    static HeldLanguage held;
+    return held;
+}
+
+} // namespace
+
+void holdLanguage(const QString &language)
+{
+    HeldLanguage &held = heldLanguage();
+    const QMutexLocker locker(&held.mutex);
+    held.text = language;
+}
 
 QString configuredLanguage()
 {
+    HeldLanguage &held = heldLanguage();
+    const QMutexLocker locker(&held.mutex);
+    if (!held.text.isEmpty())
+        return held.text;
     QSettings settings(settingsFile, QSettings::IniFormat);
     settings.beginGroup(settingskey::language);
     return settings.value(settingskey::language, QLocale::system().name()).toString();
@@ -26,6 +54,12 @@ QString languageFile(const QString &stem)
 
 void writeConfiguredLanguage(const QString &language)
 {
+    {
+        HeldLanguage &held = heldLanguage();
+        const QMutexLocker locker(&held.mutex);
+        if (!held.text.isEmpty())
+            held.text = language;
+    }
     QSettings settings(settingsFile, QSettings::IniFormat);
     settings.beginGroup(settingskey::language);
     settings.setValue(settingskey::language, language);

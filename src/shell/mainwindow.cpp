@@ -9,6 +9,7 @@
 #include "shell/externalprograms.h"
 #include "shell/windowarrangement.h"
 #include "shell/windowgeometry.h"
+#include "shell/workingfolder.h"
 #include "shell/workingwindows.h"
 #include "widgets/toolicons.h"
 
@@ -324,11 +325,13 @@ void MainWindow::closeEvent(QCloseEvent *event)
     QMainWindow::closeEvent(event);
 }
 
-// The directories are remembered for the life of the process only.
+// The directories are remembered for the life of the process only, and of those that share them.
 void MainWindow::saveSettings() const
 {
     QSettings settings(settingsFile, QSettings::IniFormat);
     settings.setValue(settingskey::geometry, saveGeometry());
+    if (isWorkingFolderShared())
+        return;
     settings.beginGroup(settingskey::savePath);
     for (const QLatin1String key :
          {settingskey::openFilePath, settingskey::saveFilePath, settingskey::savePixmapPath})

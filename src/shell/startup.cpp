@@ -4,12 +4,17 @@
 #include "settings/applanguage.h"
 #include "shell/lightpalette.h"
 #include "shell/mainwindow.h"
+#include "shell/workingfolder.h"
 
 #include <QApplication>
 #include <QIcon>
 
 Application::Application() = default;
-Application::~Application() = default;
+Application::~Application()
+{
+    if (mark) // one that was moved from ends nothing
+        holdLanguage(QString());
+}
 Application::Application(Application &&) noexcept = default;
 
 Application startApplication()
@@ -25,6 +30,9 @@ Application startApplication()
     useLightPalette();
 
     Application application;
+    application.mark = markWorkingFolder();
+    keepDialogsOutOfSettings();
+    holdLanguage(configuredLanguage());
     application.translator = std::make_unique<QTranslator>();
     if (isChinese(configuredLanguage())) {
         install(application.translator.get(), QStringLiteral(":/lan/sd_zh_CN.qm"));

@@ -7,10 +7,12 @@
 #include <memory>
 
 class MainWindow;
+class QLockFile;
 
 // What lives as long as the process does. The window is destroyed before the translators.
 struct Application
 {
+    std::unique_ptr<QLockFile> mark; // of this process in the folder of its settings
     std::unique_ptr<QTranslator>
         translator; // the program's own texts; kept by the window for its language actions
     std::unique_ptr<QTranslator> qtTranslator; // Qt's own dialogs
