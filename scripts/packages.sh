@@ -12,6 +12,8 @@ screen_packages=(xvfb xauth fonts-dejavu-core fonts-wqy-microhei)
 # Turns the pages of the tour's printout into pictures.
 page_packages=(poppler-utils)
 bench_packages=(libmodbus-dev libqt5serialbus5-dev libqwt-qt5-dev)
+# What makes the Debian package and judges it, and the hand that works the programs in its trial.
+package_packages=(appstream desktop-file-utils dpkg-dev file gzip lintian xdotool)
 ci_packages=(ccache clang-format clang-tidy mold python3)
 
 need_packages() {
