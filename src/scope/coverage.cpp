@@ -23,13 +23,22 @@ int fixedQuotient(int a, int b)
 
 void Coverage::reset(const QSize &newSize, double maxCrossings, int newPenWidth)
 {
+    const bool isSame = !table.empty() && newSize == size && newPenWidth == penWidth;
     size = newSize;
     penWidth = newPenWidth;
     // The middle of the pen, and the middle of the pixel.
     xOffset = -32 * 1024 * penWidth;
     stride = size.height() + 2 * padding;
-    table.assign(static_cast<std::size_t>(size.width() + 2 * padding) * static_cast<std::size_t>(stride), 0U);
-    cells = table.data() + padding * stride + padding;
+    if (isSame) {
+        clearRowsInUse();
+    } else {
+        const auto columnsKept = static_cast<std::size_t>(size.width() + 2 * padding);
+        table.assign(columnsKept * static_cast<std::size_t>(stride), 0U);
+        cells = table.data() + padding * stride + padding;
+        inUse.assign(columnsKept, RowRange());
+        pair.reset(size.height(), padding, penWidth > 1);
+    }
+    pairColumn = noColumn;
     firstDirty = 0;
     lastDirty = size.width() - 1;
     int bits = mostBits;
@@ -39,6 +48,17 @@ void Coverage::reset(const QSize &newSize, double maxCrossings, int newPenWidth)
         makeTables(bits);
 }
 
+void Coverage::clearRowsInUse()
+{
+    // A drawing that was broken off may have left something.
+    pair.clear(-padding, size.height() + padding - 1);
+    for (int column = -padding; column < size.width() + padding; ++column) {
+        RowRange &rows = inUse[static_cast<std::size_t>(column + padding)];
+        std::fill(at(column) + rows.top, at(column) + rows.bottom + 1, 0U);
+        rows = RowRange();
+    }
+}
+
 void Coverage::makeTables(int bits)
 {
     costBits = bits;
@@ -46,24 +66,60 @@ void Coverage::makeTables(int bits)
     for (int a = 0; a < 255; ++a)
         costs[a] = static_cast<uint32_t>(std::lround(-std::log(1 - a / 255.0) * unit));
     costs[255] = static_cast<uint32_t>(std::lround(opaque * unit));
+    pair.setCosts(costs);
     opacityShift = std::max(0, bits - lookUpBits);
     const double step = std::ldexp(1.0, opacityShift - bits);
-    opacities.resize(static_cast<int>(opaque / step));
-    for (int i = 0; i < opacities.size(); ++i) {
+    opacityOf.resize(static_cast<int>(opaque / step) + 1);
+    for (int i = 0; i < opacityOf.size(); ++i) {
         const double middle = opacityShift > 0 ? i + 0.5 : i;
-        opacities[i] = i == 0 ? 0 : static_cast<uchar>(std::lround(255 * (1 - std::exp(-middle * step))));
+        opacityOf[i] = i == 0 ? 0 : static_cast<uchar>(std::lround(255 * (1 - std::exp(-middle * step))));
     }
+    opacityOf.last() = 255;
 }
 
-uint32_t Coverage::above(int index) const
+void Coverage::opacities(int column, const RowRange &rows, uchar *to, std::ptrdiff_t next) const
 {
-    return std::accumulate(at(index) - padding, at(index), 0U);
+    const uint32_t *const differences = at(column);
+    const uchar *const lookUp = opacityOf.constData();
+    const auto last = static_cast<uint32_t>(opacityOf.size() - 1);
+    const int firstInUse = std::min(rows.top, rowsInUse(column).top);
+    uint32_t sum = std::accumulate(differences + firstInUse, differences + rows.top, 0U);
+    for (int row = rows.top; row <= rows.bottom; ++row, to += next) {
+        sum += differences[row];
+        *to = lookUp[std::min(sum >> opacityShift, last)];
+    }
 }
 
 void Coverage::takeDirty()
 {
     firstDirty = size.width();
     lastDirty = -1;
+}
+
+RowRange Coverage::rowsAround(int y1, int y2) const
+{
+    const int beyond = 2 * penWidth + 2;
+    return {std::max(-padding, (std::min(y1, y2) >> 6) - beyond),
+            std::min(size.height() + padding - 1, (std::max(y1, y2) >> 6) + beyond)};
+}
+
+void Coverage::beginChain(int x1, int x2, int y1, int y2)
+{
+    chainRows = rowsAround(y1, y2);
+    pairRows = pairRows.united(chainRows);
+    touch(x1, x2, chainRows);
+}
+
+void Coverage::touch(int x1, int x2, const RowRange &rows)
+{
+    const int first = std::max(-padding, (std::min(x1, x2) >> 6) - penWidth - 1);
+    const int last = std::min(size.width() + padding - 1, (std::max(x1, x2) >> 6) + penWidth + 1);
+    firstDirty = std::min(firstDirty, std::max(0, first));
+    lastDirty = std::max(lastDirty, std::min(size.width() - 1, last));
+    for (int column = first; column <= last; ++column) {
+        RowRange &known = inUse[static_cast<std::size_t>(column + padding)];
+        known = known.united(rows);
+    }
 }
 
 void Coverage::add(const FixedLine &added)
@@ -82,17 +138,106 @@ void Coverage::subtract(const FixedLine &taken)
     negate();
 }
 
-void Coverage::line(FixedLine line)
+void Coverage::line(const FixedLine &line)
 {
-    touch(line.x1, line.x2);
     const int dx = std::abs(line.x2 - line.x1);
     const int dy = std::abs(line.y2 - line.y1);
-    if (dx < dy && dx <= narrow && !line.hasBeginCap && !line.hasEndCap)
-        addNarrow(line.x1, line.y1, line.x2, line.y2);
-    else if (dx < dy)
+    beginChain(line.x1, line.x2, line.y1, line.y2);
+    if (dx < dy && dx <= narrow && !line.hasBeginCap && !line.hasEndCap) {
+        const int ys[] = {line.y1, line.y2};
+        addUpright(line.x1 + line.x2, ys, 1);
+    } else if (dx < dy) {
         steep(line);
-    else if (dx > 0)
+    } else if (dx > 0) {
         flat(line);
+    }
+}
+
+void Coverage::addChain(const PointChain &chain)
+{
+    const int *const xs = chain.xs;
+    const int *const ys = chain.ys;
+    beginChain(xs[0], xs[chain.groups - 1], chain.lowest, chain.highest);
+    for (int g = 0; g < chain.groups; ++g) {
+        const int first = chain.begins[g];
+        const int last = chain.begins[g + 1] - 1;
+        if (chain.isSlow)
+            addUnits(2 * xs[g], ys[first], ys[last]);
+        else if (last > first)
+            addUpright(2 * xs[g], ys + first, last - first);
+        if (g == chain.groups - 1)
+            break;
+        const int dx = xs[g + 1] - xs[g];
+        const int dy = std::abs(ys[last + 1] - ys[last]);
+        if (dx == 1 && dy <= 1)
+            flatStep(xs[g], ys[last], ys[last + 1]);
+        else if (std::abs(dx) < dy && std::abs(dx) <= narrow)
+            addUpright(xs[g] + xs[g + 1], ys + last, 1);
+        else if (std::abs(dx) < dy)
+            steep({xs[g], ys[last], xs[g + 1], ys[last + 1]});
+        else
+            flat({xs[g], ys[last], xs[g + 1], ys[last + 1]});
+    }
+}
+
+void Coverage::addLevel(int x1, int x2, int y)
+{
+    beginChain(x1, x2, y, y);
+    for (int x = x1; x < x2;) {
+        const int next = std::min((x | 63) + 1, x2);
+        flatColumn(x >> 6, y * 1024 + xOffset, 1, static_cast<uint32_t>(next - x));
+        x = next;
+    }
+}
+
+void Coverage::addUnits(int sumOfXs, int y1, int y2)
+{
+    if (y1 == y2)
+        return;
+    const int x = sumOfXs * 512 + xOffset;
+    if ((x >> 16) != pairColumn)
+        moveTo(x >> 16);
+    pair.addUnits((x >> 8) & 0xff, std::min(y1, y2), std::max(y1, y2));
+}
+
+void Coverage::moveTo(int column)
+{
+    settle();
+    pairColumn = column;
+    pairRows = chainRows;
+}
+
+void Coverage::settle()
+{
+    if (pairColumn == noColumn)
+        return;
+    pair.addLeftTo(at(pairColumn), pairRows.top, pairRows.bottom);
+    for (int c = 1; c < penWidth; ++c)
+        pair.addMiddleTo(at(pairColumn + c), pairRows.top, pairRows.bottom);
+    pair.addRightTo(at(pairColumn + penWidth), pairRows.top, pairRows.bottom);
+    pair.clear(pairRows.top, pairRows.bottom);
+    pairColumn = noColumn;
+}
+
+// Covers a column from y1 to y2, y1 <= y2, by alpha of 255.
+void Coverage::strip(int column, int alpha, int y1, int y2)
+{
+    uint32_t *const rowsOf = at(column);
+    const int top = y1 >> 6;
+    const int bottom = y2 >> 6;
+    if (top == bottom) {
+        const uint32_t part = costs[(alpha * (y2 - y1)) >> 6];
+        rowsOf[top] += part;
+        rowsOf[top + 1] -= part;
+        return;
+    }
+    const uint32_t first = costs[(alpha * (64 - (y1 & 63))) >> 6];
+    const uint32_t full = costs[alpha];
+    const uint32_t last = costs[(alpha * (y2 & 63)) >> 6];
+    rowsOf[top] += first;
+    rowsOf[top + 1] += full - first;
+    rowsOf[bottom] += last - full;
+    rowsOf[bottom + 1] -= last;
 }
 
 void Coverage::steep(FixedLine line)
@@ -158,14 +303,21 @@ void Coverage::flat(FixedLine line)
     }
 }
 
-// Covers penWidth + 1 rows of a column where the pen's upper edge stands at y, over part of 64 of its width.
-void Coverage::flatColumn(int column, int y, int part)
+// flat() from x to the next 64th, which dense samples that change slowly consist of.
+void Coverage::flatStep(int x, int y1, int y2)
+{
+    flatColumn(x >> 6, y1 * 1024 + xOffset - ((x & 63) - 32) * (y2 - y1) * 1024, 1);
+}
+
+// Covers penWidth + 1 rows of a column where the pen's upper edge stands at y, over part of 64 of its width,
+// so many times.
+void Coverage::flatColumn(int column, int y, int part, uint32_t times)
 {
     const int alpha = (y >> 8) & 0xff;
     const int row = y >> 16;
-    const uint32_t first = costs[((255 - alpha) * part) >> 6];
-    const uint32_t full = costs[(255 * part) >> 6];
-    const uint32_t last = costs[(alpha * part) >> 6];
+    const uint32_t first = times * costs[((255 - alpha) * part) >> 6];
+    const uint32_t full = times * costs[(255 * part) >> 6];
+    const uint32_t last = times * costs[(alpha * part) >> 6];
     uint32_t *const rowsOf = at(column);
     rowsOf[row] += first;
     rowsOf[row + 1] += full - first;

@@ -4,10 +4,13 @@
 // table of differences along its column. One thread; owned by the curve that it belongs to.
 #pragma once
 
+#include "scope/columnpair.h"
+
 #include <QSize>
 #include <QVector>
 #include <QtGlobal>
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -20,6 +23,40 @@ struct FixedLine
     int y2 = 0;
     bool hasBeginCap = false; // prolonged by half the pen's width
     bool hasEndCap = false;
+};
+
+// Points in 64ths of a pixel. They come in groups that have their x in common: group g has xs[g], and its y
+// begin at ys[begins[g]]; begins[groups] is behind the last one.
+struct PointChain
+{
+    const int *xs = nullptr;
+    const int *begins = nullptr;
+    int groups = 0;
+    const int *ys = nullptr;
+    int lowest = 0;
+    int highest = 0;
+    bool isSlow = false; // y goes one way, by 0 or 1 from point to point
+};
+
+// From top to bottom; bottom above top for none.
+struct RowRange
+{
+    int top = 0;
+    int bottom = -1;
+
+    bool isEmpty() const { return bottom < top; }
+    int count() const { return bottom - top + 1; }
+    bool holds(int row) const { return row >= top && row <= bottom; }
+    RowRange intersected(const RowRange &other) const
+    {
+        return {qMax(top, other.top), qMin(bottom, other.bottom)};
+    }
+    RowRange united(const RowRange &other) const
+    {
+        if (isEmpty())
+            return other;
+        return other.isEmpty() ? *this : RowRange{qMin(top, other.top), qMax(bottom, other.bottom)};
+    }
 };
 
 class Coverage
@@ -37,39 +74,18 @@ public:
 
     void add(const FixedLine &line);
     void subtract(const FixedLine &line);
-    // Tells that columns between these 64ths are about to change, for addNarrow().
-    void touch(int x1, int x2)
-    {
-        firstDirty = qMin(firstDirty, qMax(0, (qMin(x1, x2) >> 6) - penWidth - 1));
-        lastDirty = qMax(lastDirty, qMin(size.width() - 1, (qMax(x1, x2) >> 6) + penWidth + 1));
-    }
-    // Adds what most segments of dense samples are: without caps, at most narrow units wide, higher than
-    // wide.
-    void addNarrow(int x1, int y1, int x2, int y2)
-    {
-        const int x = (x1 + x2) * 512 + xOffset;
-        const int alpha = (x >> 8) & 0xff;
-        const int column = x >> 16;
-        if (y1 > y2)
-            qSwap(y1, y2);
-        strip(column, 255 - alpha, y1, y2);
-        for (int c = 1; c < penWidth; ++c)
-            strip(column + c, 255, y1, y2);
-        strip(column + penWidth, alpha, y1, y2);
-    }
-    static constexpr int narrow = 4;
+    // Adds the segments between neighbours, without caps.
+    void addChain(const PointChain &chain);
+    // Adds segments of a length of 1, one after another from x1 to x2 at the same y.
+    void addLevel(int x1, int x2, int y);
+    // What was added counts once this has been called.
+    void settle();
 
     int columns() const { return size.width(); }
-    int rows() const { return size.height(); }
-    // Differences down the column: what stands in a row is their sum down to that row, and above(index).
-    const uint32_t *column(int index) const { return at(index); }
-    uint32_t above(int index) const;
-    // Opacity from 0 to 255 of such a sum.
-    uint opacity(uint32_t sum) const
-    {
-        const uint32_t index = sum >> opacityShift;
-        return index < static_cast<uint32_t>(opacities.size()) ? opacities[static_cast<int>(index)] : 255U;
-    }
+    // Rows of the table that may be covered in the column.
+    RowRange rowsInUse(int column) const { return inUse[static_cast<std::size_t>(column + padding)]; }
+    // Writes how opaque the rows of a column are, from 0 to 255; next is the way from one row to the next.
+    void opacities(int column, const RowRange &rows, uchar *to, std::ptrdiff_t next) const;
 
     // Columns touched since takeDirty(); first beyond last for none.
     int dirtyFirst() const { return firstDirty; }
@@ -79,34 +95,37 @@ public:
 private:
     // Rows and columns around the table that a segment may reach, the pen's width and its caps included.
     static constexpr int padding = 12;
+    // Segments at most this wide, in 64ths, and higher than wide count as upright.
+    static constexpr int narrow = 4;
+    static constexpr int noColumn = -1000;
 
     uint32_t *at(int index) { return cells + index * stride; }
     const uint32_t *at(int index) const { return cells + index * stride; }
-    // Covers a column from y1 to y2, y1 <= y2, by alpha of 255.
-    void strip(int column, int alpha, int y1, int y2)
+    void clearRowsInUse();
+    // Columns between these 64ths are about to change within these rows.
+    void touch(int x1, int x2, const RowRange &rows);
+    // The rows that segments between these 64ths may reach.
+    RowRange rowsAround(int y1, int y2) const;
+
+    void beginChain(int x1, int x2, int y1, int y2);
+    // count segments in a row, half the sum of their ends' x in the middle of each.
+    void addUpright(int sumOfXs, const int *ys, int count)
     {
-        uint32_t *const rowsOf = at(column);
-        const int top = y1 >> 6;
-        const int bottom = y2 >> 6;
-        if (top == bottom) {
-            const uint32_t part = costs[(alpha * (y2 - y1)) >> 6];
-            rowsOf[top] += part;
-            rowsOf[top + 1] -= part;
-            return;
-        }
-        const uint32_t first = costs[(alpha * (64 - (y1 & 63))) >> 6];
-        const uint32_t full = costs[alpha];
-        const uint32_t last = costs[(alpha * (y2 & 63)) >> 6];
-        rowsOf[top] += first;
-        rowsOf[top + 1] += full - first;
-        rowsOf[bottom] += last - full;
-        rowsOf[bottom + 1] -= last;
+        const int x = sumOfXs * 512 + xOffset;
+        if ((x >> 16) != pairColumn)
+            moveTo(x >> 16);
+        pair.add((x >> 8) & 0xff, ys, count);
     }
-    void line(FixedLine line);
+    // The same for segments of a length of 1 that go from y1 to y2.
+    void addUnits(int sumOfXs, int y1, int y2);
+    void moveTo(int column);
+    void line(const FixedLine &line);
+    void strip(int column, int alpha, int y1, int y2);
     void steep(FixedLine line);
     void steepRows(int x, int xStep, int y1, int y2, int atOnce);
     void flat(FixedLine line);
-    void flatColumn(int column, int y, int part);
+    void flatStep(int x, int y1, int y2);
+    void flatColumn(int column, int y, int part, uint32_t times = 1);
     void makeTables(int bits);
 
     QSize size;
@@ -116,9 +135,15 @@ private:
     int costBits = -1;
     uint32_t costs[256] = {}; // of covering by so many 255ths; negated while a segment is taken back
     int opacityShift = 0;
-    QVector<uchar> opacities;
+    QVector<uchar> opacityOf; // the last one is that of all larger sums
     std::vector<uint32_t> table;
-    uint32_t *cells = nullptr; // the top left one in it
+    uint32_t *cells = nullptr;   // the top left one in it
+    std::vector<RowRange> inUse; // of the columns, from -padding on
     int firstDirty = 0;
     int lastDirty = -1;
+
+    ColumnPair pair;
+    int pairColumn = noColumn; // the left one
+    RowRange chainRows;        // of the segments that are being added
+    RowRange pairRows;         // of those that stand in the pair
 };

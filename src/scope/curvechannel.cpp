@@ -2,12 +2,9 @@
 #include "scope/curvechannel.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace {
-
-constexpr int chunk = 1000;
 
 // 64ths of a pixel, cut as the paint engine cuts them. One less than lowest and one more than highest stand
 // for all that is beyond.
@@ -20,9 +17,8 @@ struct FixedRange
         , above(highest + 1)
     {
     }
-    int of(double pixel) const
+    int of(double fixed) const
     {
-        const double fixed = pixel * 64.0;
         const double raised = fixed > below ? fixed : below;
         return static_cast<int>(raised < above ? raised : above);
     }
@@ -47,6 +43,47 @@ bool cutAxis(double start, double delta, double low, double high, double *begin,
     *end = std::min(*end, leave);
     return *begin <= *end;
 }
+
+// The x of samples that stand apart alike, in 64ths of a pixel.
+class Abscissae
+{
+public:
+    Abscissae(double firstX, const CurveMapping &mapping)
+        : first(firstX)
+        , minX(mapping.minX)
+        , scale(mapping.xScale * 64) // which changes no digit of a binary number
+        , left(mapping.left * 64)
+        , samplesPerStep(1 / (scale * PointTrack::sampleStep))
+    {
+    }
+    double at(int i) const { return (first + PointTrack::sampleStep * i - minX) * scale + left; }
+    int fixedAt(int i) const { return static_cast<int>(at(i)); }
+    // Several samples have each x in common, and no x is left out.
+    bool areDense() const { return samplesPerStep > 2; }
+    // The first sample of another x behind this one, which has x and stands at from; *from becomes its place.
+    int nextGroup(int begin, int count, int x, double *from) const
+    {
+        int behind = begin + 1;
+        if (areDense()) {
+            behind = std::min(begin + 1 + static_cast<int>((x + 1 - *from) * samplesPerStep), count);
+            while (behind > begin + 1 && fixedAt(behind - 1) != x)
+                --behind;
+        }
+        for (; behind < count; ++behind) {
+            *from = at(behind);
+            if (static_cast<int>(*from) != x)
+                break;
+        }
+        return behind;
+    }
+
+private:
+    double first;
+    double minX;
+    double scale;
+    double left;
+    double samplesPerStep;
+};
 
 } // namespace
 
@@ -110,6 +147,7 @@ bool CurveChannel::add(const PointTrack &points, const std::atomic<bool> &isEndi
     next = std::max(next, permanent);
     if (mapping.isUsable())
         setEnd(points);
+    cover.settle();
     return true;
 }
 
@@ -141,9 +179,11 @@ bool CurveChannel::addRun(const PointTrack &points, const PointTrack::Run &run, 
             return false;
         const PointTrack::Range piece{index, std::min(chunk, last + 1 - index)};
         double x = run.x0 + PointTrack::sampleStep * (index - run.first);
+        int at = index;
         points.visit(piece, [&](const double *values, int count) {
-            addBlock(points, values, count, x);
+            addBlock(values, count, x, points.extentAround(at));
             x += PointTrack::sampleStep * count;
+            at += count;
         });
         index += piece.count;
     }
@@ -170,51 +210,76 @@ void CurveChannel::findVisible(const PointTrack::Run &run, int *first, int *last
     *last = run.first + static_cast<int>(std::max(std::min(std::ceil(to) + 1, highest), -1.0));
 }
 
-// At most chunk samples, the first of them at firstX.
-void CurveChannel::addBlock(const PointTrack &points, const double *values, int count, double firstX)
+// At most chunk samples, the first of them at firstX, none of them beyond the extent.
+void CurveChannel::addBlock(const double *values, int count, double firstX, const PointTrack::Extent &extent)
 {
-    std::array<int, chunk> xs;
-    std::array<int, chunk> ys;
-    const FixedRange xRange(clip.width());
-    const FixedRange yRange(clip.height());
-    const CurveMapping m = local;
-    for (int i = 0; i < count; ++i) {
-        const double x = firstX + PointTrack::sampleStep * i;
-        xs[static_cast<size_t>(i)] = xRange.of((x - m.minX) * m.xScale + m.left);
-        ys[static_cast<size_t>(i)] = yRange.of(m.bottom - (values[i] - m.minY) * m.yScale);
-    }
-    bool isInside = !points.hasNonFinite();
-    for (int i = 0; i < count; ++i)
-        isInside &= xRange.holds(xs[static_cast<size_t>(i)]) && yRange.holds(ys[static_cast<size_t>(i)]);
-    const auto pixelOf = [&](int i) { return m.map({firstX + PointTrack::sampleStep * i, values[i]}); };
-    if (!isInside) {
+    const auto pixelOf = [&](int i) { return local.map({firstX + PointTrack::sampleStep * i, values[i]}); };
+    const FixedRange range(clip.width());
+    const Abscissae x(firstX, local);
+    Block block;
+    PointChain chain;
+    if (!range.holds(range.of(x.at(0))) || !range.holds(range.of(x.at(count - 1))) ||
+        !mapValues(values, count, extent, &block, &chain)) {
         for (int i = 0; i < count; ++i)
             lineTo(pixelOf(i));
         return;
     }
     lineTo(pixelOf(0));
-    addInside(xs.data(), ys.data(), count);
+    if (chain.lowest == chain.highest && x.areDense()) {
+        cover.addLevel(x.fixedAt(0), x.fixedAt(count - 1), chain.lowest);
+    } else {
+        double from = x.at(0);
+        for (int begin = 0; begin < count; ++chain.groups) {
+            const auto group = static_cast<size_t>(chain.groups);
+            block.xs[group] = static_cast<int>(from);
+            block.begins[group] = begin;
+            begin = x.nextGroup(begin, count, block.xs[group], &from);
+        }
+        block.begins[static_cast<size_t>(chain.groups)] = count;
+        chain.xs = block.xs.data();
+        chain.begins = block.begins.data();
+        cover.addChain(chain);
+    }
     pen = pixelOf(count - 1);
 }
 
-// Segments that need not be cut, in 64ths of a pixel.
-void CurveChannel::addInside(const int *xs, const int *ys, int count)
+// The y of all samples. False if one of them is outside.
+bool CurveChannel::mapValues(const double *values, int count, const PointTrack::Extent &extent, Block *block,
+                             PointChain *chain) const
 {
-    cover.touch(xs[0], xs[count - 1]);
-    int x1 = xs[0];
-    int y1 = ys[0];
-    for (int i = 1; i < count; ++i) {
-        const int x2 = xs[i];
-        const int y2 = ys[i];
-        const int dx = std::abs(x2 - x1);
-        const int dy = std::abs(y2 - y1);
-        if (dx < dy && dx <= Coverage::narrow)
-            cover.addNarrow(x1, y1, x2, y2);
-        else if (dx != 0)
-            cover.add({x1, y1, x2, y2});
-        x1 = x2;
-        y1 = y2;
+    const FixedRange range(clip.height());
+    const double bottom = local.bottom * 64;
+    const double scale = local.yScale * 64;
+    const double minY = local.minY;
+    int *const ys = block->ys.data();
+    const auto fixedOf = [&](double y) { return range.of(bottom - (y - minY) * scale); };
+    if (extent.nonFinite > 0)
+        return false;
+    // Loops apart from each other, for the compiler to take several samples at once.
+    if (range.holds(fixedOf(extent.min)) && range.holds(fixedOf(extent.max))) {
+        for (int i = 0; i < count; ++i)
+            ys[i] = static_cast<int>(bottom - (values[i] - minY) * scale);
+    } else {
+        for (int i = 0; i < count; ++i)
+            ys[i] = fixedOf(values[i]);
     }
+    int lowest = ys[0];
+    int highest = ys[0];
+    int fall = 0;
+    int rise = 0;
+    for (int i = 1; i < count; ++i) {
+        lowest = std::min(lowest, ys[i]);
+        highest = std::max(highest, ys[i]);
+    }
+    for (int i = 1; i < count; ++i) {
+        fall = std::min(fall, ys[i] - ys[i - 1]);
+        rise = std::max(rise, ys[i] - ys[i - 1]);
+    }
+    chain->ys = ys;
+    chain->lowest = lowest;
+    chain->highest = highest;
+    chain->isSlow = (fall == 0 && rise <= 1) || (rise == 0 && fall >= -1);
+    return range.holds(lowest) && range.holds(highest);
 }
 
 void CurveChannel::moveTo(const PointTrack &points, int index)

@@ -10,6 +10,7 @@
 #include <QPointF>
 #include <QRect>
 
+#include <array>
 #include <atomic>
 
 // Samples to device pixels: px = (x - minX) * xScale + left, py = bottom - (y - minY) * yScale.
@@ -46,14 +47,25 @@ public:
     Coverage &coverage() { return cover; }
 
 private:
+    static constexpr int chunk = 250; // divides the track's blocks
+
+    // What a chain points at.
+    struct Block
+    {
+        std::array<int, chunk> ys;
+        std::array<int, chunk> xs;
+        std::array<int, chunk + 1> begins;
+    };
+
     double crossings(const PointTrack &points) const;
     // Indices of the run's samples that can be seen, with one neighbour on either side; last below first for
     // none.
     void findVisible(const PointTrack::Run &run, int *first, int *last) const;
     bool addRun(const PointTrack &points, const PointTrack::Run &run, int end,
                 const std::atomic<bool> &isEnding);
-    void addBlock(const PointTrack &points, const double *values, int count, double firstX);
-    void addInside(const int *xs, const int *ys, int count);
+    void addBlock(const double *values, int count, double firstX, const PointTrack::Extent &extent);
+    bool mapValues(const double *values, int count, const PointTrack::Extent &extent, Block *block,
+                   PointChain *chain) const;
     void moveTo(const PointTrack &points, int index);
     void lineTo(const QPointF &pixel);
     void setEnd(const PointTrack &points);

@@ -2,11 +2,16 @@
 #include "scope/curverasteriser.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstring>
 #include <thread>
 
 namespace {
 
-constexpr int stripWidth = 16; // columns that are summed up together: a cache line of pixels
+constexpr int stripWidth = 16; // columns that are composed together: a cache line of pixels
+// Fewer columns are not worth a second thread.
+constexpr int fewColumns = 8 * stripWidth;
 
 // Device pixels from one end of the plot rectangle to the other, and where it begins.
 CurveMapping mappingOf(const PlotInputs &inputs, int c)
@@ -33,39 +38,57 @@ QRect clipOf(const PlotInputs &inputs)
                  QPoint(qRound((inside.right() + 1) * ratio) - 1, qRound((inside.bottom() + 1) * ratio) - 1));
 }
 
-QRgb over(QRgb below, const QColor &color, uint opacity)
+QRgb over(QRgb below, QRgb color, uint opacity)
 {
-    const auto scaled = [](uint value, uint part) { return (value * part + 127) / 255; };
+    const auto scaled = [](int value, uint part) { return (static_cast<uint>(value) * part + 127) / 255; };
     const uint through = 255 - opacity;
-    return qRgba(static_cast<int>(scaled(color.red(), opacity) + scaled(qRed(below), through)),
-                 static_cast<int>(scaled(color.green(), opacity) + scaled(qGreen(below), through)),
-                 static_cast<int>(scaled(color.blue(), opacity) + scaled(qBlue(below), through)),
+    return qRgba(static_cast<int>(scaled(qRed(color), opacity) + scaled(qRed(below), through)),
+                 static_cast<int>(scaled(qGreen(color), opacity) + scaled(qGreen(below), through)),
+                 static_cast<int>(scaled(qBlue(color), opacity) + scaled(qBlue(below), through)),
                  static_cast<int>(opacity + scaled(qAlpha(below), through)));
 }
 
-// One visible channel while columns are summed up.
+// One visible channel in a strip of columns: how opaque it is there, row by row.
 struct Layer
 {
-    const Coverage *coverage;
-    QColor color;
-    std::array<const uint32_t *, stripWidth> columns;
-    std::array<uint32_t, stripWidth> sums;
+    QRgb color = 0;
+    RowRange rows;
+    QVector<uchar> opacities; // stripWidth a row
 };
 
-void composeStrip(QVector<Layer> *layers, int count, const QPoint &topLeft, int rows, QImage *picture)
+// True when all of a row have this opacity: 0 or 255.
+bool isAll(const uchar *opacities, uchar value)
 {
-    for (int row = 0; row < rows; ++row) {
-        auto *const pixels = reinterpret_cast<QRgb *>(picture->scanLine(topLeft.y() + row)) + topLeft.x();
-        std::fill_n(pixels, count, 0U);
-        for (Layer &layer : *layers) {
-            for (int i = 0; i < count; ++i) {
-                const auto column = static_cast<size_t>(i);
-                const uint32_t sum = layer.sums[column] += layer.columns[column][row];
-                if (sum == 0)
-                    continue;
-                const uint opacity = layer.coverage->opacity(sum);
-                pixels[i] = opacity == 255 ? layer.color.rgb() : over(pixels[i], layer.color, opacity);
-            }
+    std::array<quint64, stripWidth / sizeof(quint64)> eights{};
+    std::memcpy(eights.data(), opacities, stripWidth);
+    const quint64 eightTimes = value == 0 ? 0 : ~quint64(0);
+    return std::all_of(eights.begin(), eights.end(), [=](quint64 eight) { return eight == eightTimes; });
+}
+
+// What stands below a layer that is opaque all along the row is not looked at.
+void composeRow(const QVector<Layer> &layers, int row, int count, QRgb *pixels)
+{
+    const auto opacitiesOf = [row](const Layer &layer) {
+        return layer.opacities.constData() + (row - layer.rows.top) * stripWidth;
+    };
+    int lowest = layers.size() - 1;
+    for (; lowest >= 0; --lowest) {
+        const Layer &layer = layers.at(lowest);
+        if (layer.rows.holds(row) && isAll(opacitiesOf(layer), 255))
+            break;
+    }
+    std::fill_n(pixels, count, lowest >= 0 ? layers.at(lowest).color : 0U);
+    for (int l = lowest + 1; l < layers.size(); ++l) {
+        const Layer &layer = layers.at(l);
+        if (!layer.rows.holds(row) || isAll(opacitiesOf(layer), 0))
+            continue;
+        const uchar *const opacities = opacitiesOf(layer);
+        for (int i = 0; i < count; ++i) {
+            const uint opacity = opacities[i];
+            if (opacity == 255)
+                pixels[i] = layer.color;
+            else if (opacity != 0)
+                pixels[i] = over(pixels[i], layer.color, opacity);
         }
     }
 }
@@ -136,23 +159,51 @@ void CurveRasteriser::startAfresh(const PlotInputs &inputs, const QSize &size)
 
 void CurveRasteriser::compose(const PlotInputs &inputs, int first, int last)
 {
-    for (int begin = first; begin <= last; begin += stripWidth) {
-        const int count = std::min(stripWidth, last + 1 - begin);
+    const int begin = first / stripWidth;
+    const int end = last / stripWidth + 1;
+    const int middle = (last - first) < fewColumns ? begin : (begin + end) / 2;
+    // Taken here: a picture that is shared would be copied by either thread.
+    uchar *const bits = picture.bits();
+    if (middle == begin) {
+        composeStrips(inputs, begin, end, bits);
+        return;
+    }
+    std::thread other([&] { composeStrips(inputs, begin, middle, bits); });
+    composeStrips(inputs, middle, end, bits);
+    other.join();
+}
+
+void CurveRasteriser::composeStrips(const PlotInputs &inputs, int begin, int end, uchar *bits) const
+{
+    const RowRange allRows{0, clip.height() - 1};
+    for (int strip = begin; strip < end; ++strip) {
+        const int left = strip * stripWidth;
+        const int count = std::min(stripWidth, clip.width() - left);
         QVector<Layer> layers;
         for (int c = 0; c < plotChannels; ++c) {
+            const Coverage &coverage = channels[static_cast<size_t>(c)].coverage();
             if (!inputs.visible.at(c) || inputs.curveMap.value(c).size() < 2)
                 continue;
             Layer layer;
-            layer.coverage = &channels[static_cast<size_t>(c)].coverage();
-            layer.color = inputs.colors.at(c);
-            layer.sums.fill(0);
+            layer.color = inputs.colors.at(c).rgb();
+            for (int i = 0; i < count; ++i)
+                layer.rows = layer.rows.united(coverage.rowsInUse(left + i).intersected(allRows));
+            if (layer.rows.isEmpty())
+                continue;
+            layer.opacities.fill(0, layer.rows.count() * stripWidth);
             for (int i = 0; i < count; ++i) {
-                // What a segment left in the rows above the clip rectangle counts for the sum.
-                layer.columns[static_cast<size_t>(i)] = layer.coverage->column(begin + i);
-                layer.sums[static_cast<size_t>(i)] = layer.coverage->above(begin + i);
+                const RowRange rows = coverage.rowsInUse(left + i).intersected(allRows);
+                if (rows.isEmpty())
+                    continue;
+                uchar *const first = layer.opacities.data() + (rows.top - layer.rows.top) * stripWidth + i;
+                coverage.opacities(left + i, rows, first, stripWidth);
             }
             layers.append(layer);
         }
-        composeStrip(&layers, count, clip.topLeft() + QPoint(begin, 0), clip.height(), &picture);
+        for (int row = 0; row < clip.height(); ++row) {
+            uchar *const line =
+                bits + (clip.top() + row) * static_cast<std::ptrdiff_t>(picture.bytesPerLine());
+            composeRow(layers, row, count, reinterpret_cast<QRgb *>(line) + clip.left() + left);
+        }
     }
 }

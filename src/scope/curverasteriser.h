@@ -30,8 +30,11 @@ private:
     void startAfresh(const PlotInputs &inputs, const QSize &size);
     // Two channels a thread: the other thread is one of the pool.
     bool addSamples(const PlotInputs &inputs, const std::atomic<bool> &isEnding);
-    // Sums up the columns from first to last of the clip rectangle into the image.
+    // Sums up the columns from first to last of the clip rectangle into the image, many of them by two
+    // threads.
     void compose(const PlotInputs &inputs, int first, int last);
+    // The strips from begin on and before end, into the image's bits.
+    void composeStrips(const PlotInputs &inputs, int begin, int end, uchar *bits) const;
 
     QImage picture;
     QRect clip; // in device pixels

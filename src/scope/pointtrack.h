@@ -29,6 +29,13 @@ public:
         int first = 0;
         int count = 0;
     };
+    // Of the finite ones among some samples.
+    struct Extent
+    {
+        double min = 0;
+        double max = 0;
+        int nonFinite = 0;
+    };
 
     void append(double x, const QVector<double> &values);
     // Removes the oldest blockSize samples; there must be as many.
@@ -42,6 +49,8 @@ public:
     double valueAt(int index) const;
     // True when a sample is kept that is no finite number.
     bool hasNonFinite() const { return nonFinite > 0; }
+    // Of all samples that lie in one block with this one.
+    const Extent &extentAround(int index) const { return extents.at(index / blockSize); }
 
     // In the order of arrival. More than one only where x has jumped.
     QVector<Run> runs() const;
@@ -82,12 +91,6 @@ private:
     {
         qint64 first = 0; // counted from the first sample ever appended
         double x0 = 0;
-    };
-    struct Extent
-    {
-        double min = 0;
-        double max = 0;
-        int nonFinite = 0;
     };
 
     void appendValue(double y);
