@@ -12,6 +12,7 @@ constexpr const char *cursorNames[] = {"x1", "x2", "y1", "y2"};
 constexpr int firstRowTop = 5;
 constexpr int secondRowTop = 25;
 constexpr int rowHeight = 15;
+constexpr int labelMargin = 8; // that a large letter may need around its label
 
 void drawLine(QPainter *painter, int left, int top, int width, const QString &text)
 {
@@ -19,10 +20,10 @@ void drawLine(QPainter *painter, int left, int top, int width, const QString &te
                       text);
 }
 
-void preparePainter(QPainter *painter, const PlotContext &context)
+// The rows of the statistics, all across the widget.
+PlotLayer statisticsLayer(const PlotContext &context)
 {
-    painter->setFont(context.font);
-    painter->setPen(Qt::red);
+    return {QRect(0, 0, context.geometry.w + 1, PlotGeometry::margin), context.pixelRatio};
 }
 
 } // namespace
@@ -31,7 +32,7 @@ void Measurement::setXOn(bool on, const PlotContext &context)
 {
     xMeasureOn = on;
     if (!on) {
-        xStatisticsLayer = cursors[X1].layer = cursors[X2].layer = QPixmap();
+        xStatisticsLayer = cursors[X1].layer = cursors[X2].layer = PlotLayer();
         return;
     }
     placeAt(X1, PlotGeometry::margin, context);
@@ -44,7 +45,7 @@ void Measurement::setYOn(bool on, const PlotContext &context)
 {
     yMeasureOn = on;
     if (!on) {
-        yStatisticsLayer = cursors[Y1].layer = cursors[Y2].layer = QPixmap();
+        yStatisticsLayer = cursors[Y1].layer = cursors[Y2].layer = PlotLayer();
         return;
     }
     placeAt(Y1, cursorrules::yOfFraction(0.65, context.geometry), context);
@@ -65,22 +66,27 @@ void Measurement::press(const QPoint &point, const PlotContext &context)
         grab(Y1, Y2, point.y());
 }
 
-bool Measurement::drag(const QPoint &point, const PlotContext &context, QVector<double> *lastValue)
+QRegion Measurement::drag(const QPoint &point, const PlotContext &context, QVector<double> *lastValue)
 {
-    bool hasMoved = false;
+    QRegion changed;
     for (int index = X1; index <= Y2; ++index) {
-        if (!cursors[static_cast<size_t>(index)].isGrabbed)
+        const Cursor &cursor = cursors[static_cast<size_t>(index)];
+        if (!cursor.isGrabbed)
             continue;
-        hasMoved = true;
+        changed += cursor.layer.area();
         dragTo(index, point, context);
+        changed += cursor.layer.area();
         if (isX(index))
             readXValues(index, context, lastValue);
         else
             readYValues(index, context, lastValue);
     }
-    if (hasMoved)
+    if (!changed.isEmpty()) {
         drawStatistics(context);
-    return hasMoved;
+        changed += xStatisticsLayer.area();
+        changed += yStatisticsLayer.area();
+    }
+    return changed;
 }
 
 void Measurement::release(const QPoint &point, const PlotContext &context)
@@ -121,20 +127,20 @@ void Measurement::dragTo(int index, const QPoint &point, const PlotContext &cont
 void Measurement::drawCursor(int index, const PlotContext &context)
 {
     Cursor &cursor = cursors[static_cast<size_t>(index)];
-    cursor.layer = context.layer();
     const QRect area = context.geometry.plotRect();
     const int at = qRound(cursor.position);
     const QString name = QLatin1String(cursorNames[index]);
-    QPainter painter(&cursor.layer);
-    preparePainter(&painter, context);
-    if (isX(index)) {
-        painter.drawLine(at, area.top(), at, area.bottom());
-        painter.drawText(QRect(at - 10, area.top() - 15, 20, 10), Qt::AlignCenter | Qt::TextDontClip, name);
-    } else {
-        painter.drawLine(area.left(), at, area.right(), at);
-        painter.drawText(QRect(area.left() - 15, at - 5, 20, 15),
-                         Qt::AlignLeft | Qt::AlignTop | Qt::TextDontClip, name);
-    }
+    const QRect label =
+        isX(index) ? QRect(at - 10, area.top() - 15, 20, 10) : QRect(area.left() - 15, at - 5, 20, 15);
+    const QLine line =
+        isX(index) ? QLine(at, area.top(), at, area.bottom()) : QLine(area.left(), at, area.right(), at);
+    const QRect drawn = label.adjusted(-labelMargin, -labelMargin, labelMargin, labelMargin)
+                            .united(QRect(line.p1(), line.p2()));
+    cursor.layer = PlotLayer(drawn, context.pixelRatio);
+    PlotLayer::Painter painter(&cursor.layer, context.font);
+    painter.drawLine(line);
+    painter.drawText(label, (isX(index) ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignTop) | Qt::TextDontClip,
+                     name);
 }
 
 void Measurement::readXValues(int index, const PlotContext &context, QVector<double> *lastValue)
@@ -179,9 +185,8 @@ void Measurement::drawXStatistics(const PlotContext &context)
 {
     if (!context.isStopped)
         return;
-    xStatisticsLayer = context.layer();
-    QPainter painter(&xStatisticsLayer);
-    preparePainter(&painter, context);
+    xStatisticsLayer = statisticsLayer(context);
+    PlotLayer::Painter painter(&xStatisticsLayer, context.font);
     const int third = (context.geometry.w + 1) / 3;
     drawLine(&painter, 1, firstRowTop, 100, tr("Min:"));
     drawLine(&painter, 1, secondRowTop, 100, tr("Max:"));
@@ -218,9 +223,8 @@ void Measurement::drawYStatistics(const PlotContext &context)
 {
     if (!context.isStopped)
         return;
-    yStatisticsLayer = context.layer();
-    QPainter painter(&yStatisticsLayer);
-    preparePainter(&painter, context);
+    yStatisticsLayer = statisticsLayer(context);
+    PlotLayer::Painter painter(&yStatisticsLayer, context.font);
     drawLine(&painter, (2 * context.geometry.w + 2) / 3 + 1, firstRowTop, 100, tr("∆Y:"));
     Cursor &y1 = cursors[Y1];
     Cursor &y2 = cursors[Y2];
@@ -269,16 +273,15 @@ void Measurement::resize(const PlotContext &context)
 
 void Measurement::clearLayers()
 {
-    xStatisticsLayer = yStatisticsLayer = tagLayer = QPixmap();
+    xStatisticsLayer = yStatisticsLayer = tagLayer = PlotLayer();
     for (Cursor &cursor : cursors)
-        cursor.layer = QPixmap();
+        cursor.layer = PlotLayer();
 }
 
 void Measurement::showTag(const QPoint &point, const PlotContext &context)
 {
-    tagLayer = context.layer();
-    QPainter painter(&tagLayer);
-    preparePainter(&painter, context);
+    tagLayer = PlotLayer({0, 0, context.geometry.w + 1, context.geometry.h + 1}, context.pixelRatio);
+    PlotLayer::Painter painter(&tagLayer, context.font);
     const QRect area = context.geometry.plotRect();
     painter.drawLine(point.x(), area.top(), point.x(), area.bottom());
     const QPoint corner = cursorrules::tagPosition(point, context.geometry);
@@ -302,13 +305,9 @@ void Measurement::showTag(const QPoint &point, const PlotContext &context)
 
 void Measurement::paint(QPainter *painter) const
 {
-    const auto paintLayer = [painter](const QPixmap &layer) {
-        if (!layer.isNull())
-            painter->drawPixmap(0, 0, layer);
-    };
-    paintLayer(xStatisticsLayer);
-    paintLayer(yStatisticsLayer);
+    xStatisticsLayer.paintTo(painter);
+    yStatisticsLayer.paintTo(painter);
     for (const Cursor &cursor : cursors)
-        paintLayer(cursor.layer);
-    paintLayer(tagLayer);
+        cursor.layer.paintTo(painter);
+    tagLayer.paintTo(painter);
 }

@@ -5,11 +5,12 @@
 
 #include "scope/cursorrules.h"
 #include "scope/plotcontext.h"
+#include "scope/plotlayer.h"
 
 #include <QCoreApplication>
 #include <QPainter>
-#include <QPixmap>
 #include <QPoint>
+#include <QRegion>
 #include <QVector>
 
 #include <array>
@@ -27,7 +28,7 @@ public:
         double fraction = 0;                    // within the plot area; keeps the cursor in place on a resize
         bool isGrabbed = false;
         double value[plotChannels] = {0, 0, 0, 0}; // in the window of each channel
-        QPixmap layer;
+        PlotLayer layer;
     };
 
     bool isXOn() const { return xMeasureOn; }
@@ -40,8 +41,9 @@ public:
     void setYOn(bool on, const PlotContext &context);
     // Grabs the cursor whose handle is there, if any.
     void press(const QPoint &point, const PlotContext &context);
-    // Moves a grabbed cursor; true when one moved. Stores the values under it in lastValue.
-    bool drag(const QPoint &point, const PlotContext &context, QVector<double> *lastValue);
+    // Moves a grabbed cursor and stores the values under it in lastValue. Gives the part of the picture that
+    // has changed, in pixels: an empty one if no cursor is grabbed.
+    QRegion drag(const QPoint &point, const PlotContext &context, QVector<double> *lastValue);
     // Leaves a grabbed cursor where the button was released, and computes its statistics.
     void release(const QPoint &point, const PlotContext &context);
     void letGo();
@@ -57,7 +59,7 @@ public:
     void clearLayers();
 
     void showTag(const QPoint &point, const PlotContext &context);
-    void clearTag() { tagLayer = QPixmap(); }
+    void clearTag() { tagLayer = PlotLayer(); }
 
     void paint(QPainter *painter) const;
 
@@ -78,7 +80,7 @@ private:
     std::array<Statistics, plotChannels> stats;
     bool statsDirty = false;
     double tagValue[plotChannels] = {0, 0, 0, 0};
-    QPixmap xStatisticsLayer;
-    QPixmap yStatisticsLayer;
-    QPixmap tagLayer;
+    PlotLayer xStatisticsLayer;
+    PlotLayer yStatisticsLayer;
+    PlotLayer tagLayer;
 };

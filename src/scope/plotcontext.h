@@ -8,7 +8,6 @@
 
 #include <QColor>
 #include <QFont>
-#include <QPixmap>
 #include <QVector>
 
 struct PlotContext
@@ -23,13 +22,4 @@ struct PlotContext
     PlotGeometry geometry;
     double pixelRatio = 1; // device pixels to a pixel of the widget
     QFont font;
-
-    // A layer of the widget's size, sharp on its screen.
-    QPixmap layer(const QColor &fill = Qt::transparent) const
-    {
-        QPixmap pixmap(qRound((geometry.w + 1) * pixelRatio), qRound((geometry.h + 1) * pixelRatio));
-        pixmap.setDevicePixelRatio(pixelRatio);
-        pixmap.fill(fill);
-        return pixmap;
-    }
 };

@@ -85,39 +85,74 @@ QVector<TickLabel> yLabels(const PlotContext &context)
     return labels;
 }
 
-QPixmap draw(const PlotContext &context)
+} // namespace plotgrid
+
+bool operator==(const TickLabel &a, const TickLabel &b)
 {
-    QPixmap pixmap = context.layer(context.backgroundColor);
-    const PlotGeometry &g = context.geometry;
-    if (!g.isDrawable())
-        return pixmap;
-    QPainter painter(&pixmap);
-    painter.setFont(context.font);
-    const QPen solid(context.lineColor);
-    const QPen dashed(context.lineColor, 1, Qt::DashLine);
-    const QVector<int> columns = xTicks(context);
-    const QVector<int> rows = yTicks(context);
-    if (context.switches.showGrid) {
-        painter.setPen(dashed);
-        for (const int x : columns)
-            painter.drawLine(x, margin, x, g.h - margin);
-        for (const int y : rows)
-            painter.drawLine(margin, y, g.w - margin, y);
-    }
-    painter.setPen(solid);
-    for (const int x : columns)
-        painter.drawLine(x, g.h - margin, x, g.h - margin + tickLength);
-    for (const int y : rows)
-        painter.drawLine(margin - tickLength, y, margin, y);
-    const QVector<TickLabel> labels = xLabels(context) + yLabels(context);
-    for (const TickLabel &label : labels) {
-        painter.setPen(context.colors.at(label.channel));
-        painter.drawText(label.rect, static_cast<int>(label.alignment) | Qt::TextDontClip, label.text);
-    }
-    painter.setPen(solid);
-    painter.drawRect(
-        QRect(QPoint(margin, margin), QPoint(g.w - margin, g.h - margin)).adjusted(0, 0, -1, -1));
-    return pixmap;
+    return a.rect == b.rect && a.alignment == b.alignment && a.channel == b.channel && a.text == b.text;
 }
 
-} // namespace plotgrid
+bool GridLayer::Content::operator==(const Content &other) const
+{
+    return geometry.w == other.geometry.w && geometry.h == other.geometry.h &&
+           pixelRatio == other.pixelRatio && font == other.font && background == other.background &&
+           line == other.line && colors == other.colors && showGrid == other.showGrid &&
+           columns == other.columns && rows == other.rows && labels == other.labels;
+}
+
+GridLayer::Content GridLayer::contentOf(const PlotContext &context)
+{
+    Content content;
+    content.geometry = context.geometry;
+    content.pixelRatio = context.pixelRatio;
+    content.font = context.font;
+    content.background = context.backgroundColor;
+    content.line = context.lineColor;
+    content.colors = context.colors;
+    content.showGrid = context.switches.showGrid;
+    content.columns = plotgrid::xTicks(context);
+    content.rows = plotgrid::yTicks(context);
+    content.labels = plotgrid::xLabels(context) + plotgrid::yLabels(context);
+    return content;
+}
+
+void GridLayer::draw(const PlotContext &context)
+{
+    const Content content = contentOf(context);
+    if (!gridPixmap.isNull() && content == drawn)
+        return;
+    drawn = content;
+    gridPixmap = QPixmap(qRound((context.geometry.w + 1) * context.pixelRatio),
+                         qRound((context.geometry.h + 1) * context.pixelRatio));
+    gridPixmap.setDevicePixelRatio(context.pixelRatio);
+    gridPixmap.fill(context.backgroundColor);
+    if (!context.geometry.isDrawable())
+        return;
+    QPainter painter(&gridPixmap);
+    drawGrid(content, &painter);
+}
+
+void GridLayer::drawGrid(const Content &content, QPainter *painter)
+{
+    const PlotGeometry &g = content.geometry;
+    painter->setFont(content.font);
+    if (content.showGrid) {
+        painter->setPen(QPen(content.line, 1, Qt::DashLine));
+        for (const int x : content.columns)
+            painter->drawLine(x, margin, x, g.h - margin);
+        for (const int y : content.rows)
+            painter->drawLine(margin, y, g.w - margin, y);
+    }
+    painter->setPen(QPen(content.line));
+    for (const int x : content.columns)
+        painter->drawLine(x, g.h - margin, x, g.h - margin + tickLength);
+    for (const int y : content.rows)
+        painter->drawLine(margin - tickLength, y, margin, y);
+    for (const TickLabel &label : content.labels) {
+        painter->setPen(content.colors.at(label.channel));
+        painter->drawText(label.rect, static_cast<int>(label.alignment) | Qt::TextDontClip, label.text);
+    }
+    painter->setPen(QPen(content.line));
+    painter->drawRect(
+        QRect(QPoint(margin, margin), QPoint(g.w - margin, g.h - margin)).adjusted(0, 0, -1, -1));
+}

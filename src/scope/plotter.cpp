@@ -2,7 +2,6 @@
 #include "scope/plotter.h"
 
 #include "scope/plotdialogs.h"
-#include "scope/plotgrid.h"
 #include "scope/spectrumwindow.h"
 #include "scope/yranges.h"
 #include "widgets/messages.h"
@@ -10,8 +9,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
-#include <QStyleOptionFocusRect>
-#include <QStylePainter>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -20,77 +17,18 @@
 namespace {
 
 constexpr int refreshInterval = 200; // ms
-constexpr int labelHeight = 10;      // pixels: the labels' rows stand that far apart
-constexpr int smallestBand = 3;      // pixels; a smaller one is a click
-
-QToolButton *makeHistoryButton(QWidget *parent, const QString &picture, const QString &toolTip)
-{
-    auto *button = new QToolButton(parent);
-    button->setIcon(QIcon(picture));
-    button->setToolTip(toolTip);
-    button->adjustSize();
-    button->hide();
-    return button;
-}
 
 } // namespace
 
 Plotter::Plotter(QWidget *parent)
-    : QWidget(parent)
-    , colors{QColor(255, 0, 0), QColor(85, 255, 127), QColor(255, 170, 255), QColor(255, 0, 255)}
+    : PlotPicture(parent)
+    , spectrumWindow(new SpectrumWindow(this))
 {
-    setBackgroundRole(QPalette::Dark);
-    setAutoFillBackground(true);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-    setFocusPolicy(Qt::StrongFocus);
-    setMouseTracking(true);
-    backButton = makeHistoryButton(this, QStringLiteral(":/pic/pic/撤销.png"), tr("Revocation"));
-    advanceButton = makeHistoryButton(this, QStringLiteral(":/pic/pic/重做.png"), tr("Recover"));
-    connect(backButton, &QToolButton::clicked, this, &Plotter::backButtonSlot);
-    connect(advanceButton, &QToolButton::clicked, this, &Plotter::advanceButtonSlot);
-    connect(&plotThread, &PlotThread::updateImage, this, &Plotter::receiveIamge);
+    connect(buttons.backButton, &QToolButton::clicked, this, &Plotter::backButtonSlot);
+    connect(buttons.advanceButton, &QToolButton::clicked, this, &Plotter::advanceButtonSlot);
     refreshTimer.setInterval(refreshInterval);
     connect(&refreshTimer, &QTimer::timeout, this, &Plotter::runTimerOutSlot);
-    spectrumWindow = new SpectrumWindow(this);
     loadYRange();
-}
-
-Plotter::~Plotter()
-{
-    plotThread.end();
-}
-
-PlotContext Plotter::context() const
-{
-    QFont labelFont = font();
-    labelFont.setPixelSize(labelHeight);
-    return {data,
-            history.current(),
-            switches,
-            colors,
-            backgroundColor,
-            lineColor,
-            isStopped,
-            {width() - 1, height() - 1},
-            devicePixelRatioF(),
-            labelFont};
-}
-
-void Plotter::refreshPixmap()
-{
-    advanceButton->setEnabled(history.canAdvance());
-    backButton->setEnabled(history.canGoBack());
-    const PlotContext now = context();
-    gridPixmap = plotgrid::draw(now);
-    update();
-    if (!now.geometry.isDrawable()) {
-        plotThread.setInputs(PlotInputs());
-        return;
-    }
-    if (isStopped)
-        measurement.drawStatistics(now);
-    plotThread.setInputs({now.geometry.plotRect(), now.settings, width(), height(), now.pixelRatio, curveMap,
-                          colors, switches.visible});
 }
 
 void Plotter::pushView(const PlotSettings &settings)
@@ -104,68 +42,6 @@ void Plotter::pushMeasuredView(const PlotSettings &settings)
     if (measurement.isXOn())
         measurement.markDirty();
     pushView(settings);
-}
-
-void Plotter::setPlotSettings(const PlotSettings &settings)
-{
-    history.reset(settings);
-    refreshPixmap();
-}
-
-void Plotter::setColors(const QColor &color1, const QColor &color2, const QColor &color3,
-                        const QColor &color4)
-{
-    colors = {color1, color2, color3, color4};
-    refreshPixmap();
-}
-
-void Plotter::setColor(int channel, const QColor &color)
-{
-    colors[channel] = color;
-    refreshPixmap();
-}
-
-void Plotter::setOption(int index, bool flag)
-{
-    if (index < plotChannels)
-        switches.zoomChannel[index] = flag;
-    else if (index == 4)
-        switches.zoomTimeAxis = flag;
-    else if (index == 5)
-        switches.zoomValueAxis = flag;
-    else
-        switches.showGrid = flag;
-    refreshPixmap();
-}
-
-void Plotter::setVisibleAll(bool f1, bool f2, bool f3, bool f4, bool refresh)
-{
-    switches.visible = {f1, f2, f3, f4};
-    if (refresh)
-        refreshPixmap();
-}
-
-void Plotter::setVisible(int channel, bool flag)
-{
-    switches.visible[channel] = flag;
-    refreshPixmap();
-}
-
-void Plotter::setBackground(const QColor &color)
-{
-    backgroundColor = color;
-    lineColor = QColor(255 - color.red(), 255 - color.green(), 255 - color.blue(), 255);
-    refreshPixmap();
-}
-
-void Plotter::setDecimals(int channel, int n)
-{
-    switches.decimals[channel] = n;
-}
-
-void Plotter::setAutoAdjust(bool on)
-{
-    switches.autoAdjust = on;
 }
 
 void Plotter::setCoordinate(bool individual)
@@ -273,13 +149,6 @@ void Plotter::runTimerOutSlot()
         pushView(viewrules::rolled(history.current(), data, switches));
 }
 
-void Plotter::takeCurves()
-{
-    for (int c = 0; c < plotChannels; ++c)
-        if (!data.channelPoints[static_cast<size_t>(c)].isEmpty())
-            curveMap[c] = data.channelPoints[static_cast<size_t>(c)];
-}
-
 void Plotter::advanceButtonSlot()
 {
     if (!history.canAdvance())
@@ -344,12 +213,6 @@ void Plotter::scrollAll(int dx, int dy)
     refreshPixmap();
 }
 
-void Plotter::receiveIamge(const QImage &image1)
-{
-    curveImage = image1;
-    update();
-}
-
 void Plotter::receiveScopIsStopSlot(bool flag)
 {
     isStopped = flag;
@@ -358,39 +221,6 @@ void Plotter::receiveScopIsStopSlot(bool flag)
         measurement.letGo();
         measurement.clearLayers();
     }
-    refreshPixmap();
-}
-
-void Plotter::paintEvent(QPaintEvent *)
-{
-    if (gridPixmap.devicePixelRatio() != devicePixelRatioF()) {
-        // The window has moved to a screen of another resolution.
-        measurement.resize(context());
-        refreshPixmap();
-    }
-    QStylePainter painter(this);
-    painter.drawPixmap(0, 0, gridPixmap);
-    if (context().geometry.isDrawable())
-        painter.drawImage(0, 0, curveImage);
-    measurement.paint(&painter);
-    if (rubberBandShown) {
-        painter.setPen(lineColor);
-        painter.drawRect(rubberBandRect.normalized().adjusted(0, 0, -1, -1));
-    }
-    if (hasFocus()) {
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        option.backgroundColor = palette().dark().color();
-        painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
-    }
-}
-
-void Plotter::resizeEvent(QResizeEvent *event)
-{
-    QWidget::resizeEvent(event);
-    advanceButton->move(width() - advanceButton->width() - 5, 5);
-    backButton->move(advanceButton->x() - backButton->width() - 5, 5);
-    measurement.resize(context());
     refreshPixmap();
 }
 
@@ -408,9 +238,8 @@ void Plotter::mousePressEvent(QMouseEvent *event)
         return;
     const PlotContext now = context();
     if (now.geometry.isDrawable() && now.geometry.plotRect().contains(event->pos())) {
-        rubberBandShown = true;
-        rubberBandRect = QRect(event->pos(), event->pos());
-        updateBandEdges();
+        rubberBand.begin(event->pos());
+        update(rubberBand.edges());
         setCursor(Qt::CrossCursor);
     }
     measurement.press(event->pos(), now);
@@ -418,25 +247,28 @@ void Plotter::mousePressEvent(QMouseEvent *event)
 
 void Plotter::mouseMoveEvent(QMouseEvent *event)
 {
-    if (rubberBandShown) {
-        updateBandEdges();
-        rubberBandRect.setBottomRight(event->pos());
-        updateBandEdges();
-    } else if (isStopped && measurement.drag(event->pos(), context(), &data.lastValue)) {
+    if (rubberBand.isShown()) {
+        update(rubberBand.edges());
+        rubberBand.moveTo(event->pos());
+        update(rubberBand.edges());
+    } else if (isStopped) {
+        const QRegion changed = measurement.drag(event->pos(), context(), &data.lastValue);
+        if (changed.isEmpty())
+            return;
         emit sendMoveLineYSignal(data.lastValue);
-        update();
+        update(changed);
     }
 }
 
 void Plotter::mouseReleaseEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && rubberBandShown) {
-        const QRect band = rubberBandRect.normalized();
+    if (event->button() == Qt::LeftButton && rubberBand.isShown()) {
         endRubberBand();
         measurement.clearTag();
         refreshPixmap();
-        if (band.width() >= smallestBand && band.height() >= smallestBand)
-            pushMeasuredView(viewrules::zoomedTo(band, history.current(), data, context().geometry));
+        if (rubberBand.isLargeEnough())
+            pushMeasuredView(
+                viewrules::zoomedTo(rubberBand.band(), history.current(), data, context().geometry));
     } else if (event->button() == Qt::LeftButton) {
         measurement.release(event->pos(), context());
         measurement.clearTag();
@@ -450,20 +282,11 @@ void Plotter::mouseReleaseEvent(QMouseEvent *event)
 
 void Plotter::endRubberBand()
 {
-    if (!rubberBandShown)
+    if (!rubberBand.isShown())
         return;
-    rubberBandShown = false;
+    rubberBand.end();
     unsetCursor();
     update();
-}
-
-void Plotter::updateBandEdges()
-{
-    const QRect band = rubberBandRect.normalized();
-    update(band.left(), band.top(), band.width(), 1);
-    update(band.left(), band.top(), 1, band.height());
-    update(band.left(), band.bottom(), band.width(), 1);
-    update(band.right(), band.top(), 1, band.height());
 }
 
 void Plotter::keyPressEvent(QKeyEvent *event)
