@@ -7,9 +7,9 @@ void ColumnPair::reset(int rows, int padding, bool hasMiddle)
 {
     offset = padding;
     isWide = hasMiddle;
-    const auto room = static_cast<std::size_t>(rows + 2 * padding);
-    sums.assign(room, 0U);
-    middleSums.assign(hasMiddle ? room : 0, 0U);
+    const int room = rows + 2 * padding;
+    sums.assign(static_cast<std::size_t>(room), 0U);
+    middleSums.assign(hasMiddle ? sums.size() : 0, 0U);
 }
 
 void ColumnPair::setCosts(const uint32_t *costs)
@@ -27,7 +27,7 @@ void ColumnPair::setCosts(const uint32_t *costs)
 
 void ColumnPair::addUnits(int alpha, int low, int high)
 {
-    const uint64_t cost = weights[static_cast<std::size_t>((alpha / 2) * shares + 1)];
+    const uint64_t cost = weights.data()[(alpha / 2) * shares + 1];
     while (low < high) {
         const int row = low >> 6;
         const int next = std::min((row + 1) * 64, high);
@@ -35,8 +35,8 @@ void ColumnPair::addUnits(int alpha, int low, int high)
         cells()[row] += count * cost;
         cells()[row + 1] -= count * cost;
         if (isWide) {
-            middleSums[static_cast<std::size_t>(row + offset)] += count * middleWeights[1];
-            middleSums[static_cast<std::size_t>(row + 1 + offset)] -= count * middleWeights[1];
+            middleCells()[row] += count * middleWeights[1];
+            middleCells()[row + 1] -= count * middleWeights[1];
         }
         low = next;
     }
@@ -60,12 +60,12 @@ void ColumnPair::addRightTo(uint32_t *column, int top, int bottom) const
 void ColumnPair::addMiddleTo(uint32_t *column, int top, int bottom) const
 {
     for (int row = top; row <= bottom; ++row)
-        column[row] += middleSums[static_cast<std::size_t>(row + offset)];
+        column[row] += middleCells()[row];
 }
 
 void ColumnPair::clear(int top, int bottom)
 {
     std::fill(cells() + top, cells() + bottom + 1, 0U);
     if (isWide)
-        std::fill(middleSums.begin() + offset + top, middleSums.begin() + offset + bottom + 1, 0U);
+        std::fill(middleCells() + top, middleCells() + bottom + 1, 0U);
 }

@@ -23,7 +23,7 @@ public:
     {
         addSegments(weights.data() + (alpha / 2) * shares, cells(), ys, count);
         if (isWide)
-            addSegments(middleWeights.data(), middleSums.data() + offset, ys, count);
+            addSegments(middleWeights.data(), middleCells(), ys, count);
     }
 
     // The same for segments of a length of 1, one after another from low to high.
@@ -45,6 +45,8 @@ private:
     static void addCrossing(const Sum *costs, Sum *rows, int low, int high);
     uint64_t *cells() { return sums.data() + offset; }
     const uint64_t *cells() const { return sums.data() + offset; }
+    uint32_t *middleCells() { return middleSums.data() + offset; }
+    const uint32_t *middleCells() const { return middleSums.data() + offset; }
 
     // The left column is the lower half, which lends from the upper one when it falls below zero.
     std::vector<uint64_t> weights = std::vector<uint64_t>(std::size_t(alphas) * shares);

@@ -32,10 +32,10 @@ void Coverage::reset(const QSize &newSize, double maxCrossings, int newPenWidth)
     if (isSame) {
         clearRowsInUse();
     } else {
-        const auto columnsKept = static_cast<std::size_t>(size.width() + 2 * padding);
-        table.assign(columnsKept * static_cast<std::size_t>(stride), 0U);
+        const int columnsKept = size.width() + 2 * padding;
+        table.assign(static_cast<std::size_t>(columnsKept) * static_cast<std::size_t>(stride), 0U);
         cells = table.data() + padding * stride + padding;
-        inUse.assign(columnsKept, RowRange());
+        inUse.assign(static_cast<std::size_t>(columnsKept), RowRange());
         pair.reset(size.height(), padding, penWidth > 1);
     }
     pairColumn = noColumn;
@@ -53,7 +53,7 @@ void Coverage::clearRowsInUse()
     // A drawing that was broken off may have left something.
     pair.clear(-padding, size.height() + padding - 1);
     for (int column = -padding; column < size.width() + padding; ++column) {
-        RowRange &rows = inUse[static_cast<std::size_t>(column + padding)];
+        RowRange &rows = inUse.data()[column + padding];
         std::fill(at(column) + rows.top, at(column) + rows.bottom + 1, 0U);
         rows = RowRange();
     }
@@ -117,7 +117,7 @@ void Coverage::touch(int x1, int x2, const RowRange &rows)
     firstDirty = std::min(firstDirty, std::max(0, first));
     lastDirty = std::max(lastDirty, std::min(size.width() - 1, last));
     for (int column = first; column <= last; ++column) {
-        RowRange &known = inUse[static_cast<std::size_t>(column + padding)];
+        RowRange &known = inUse.data()[column + padding];
         known = known.united(rows);
     }
 }

@@ -83,7 +83,7 @@ public:
 
     int columns() const { return size.width(); }
     // Rows of the table that may be covered in the column.
-    RowRange rowsInUse(int column) const { return inUse[static_cast<std::size_t>(column + padding)]; }
+    RowRange rowsInUse(int column) const { return inUse.data()[column + padding]; }
     // Writes how opaque the rows of a column are, from 0 to 255; next is the way from one row to the next.
     void opacities(int column, const RowRange &rows, uchar *to, std::ptrdiff_t next) const;
 
