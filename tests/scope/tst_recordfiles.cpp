@@ -24,6 +24,7 @@ private slots:
     void whatHasArrivedIsOnDisk();
     void openFilesSurviveTheNextOpening();
     void earlierRecordGoesWithTheNextOpening();
+    void secondRunOfAMinuteTakesTheNamesOfTheFirst();
     void copyHoldsWhatWasWrittenLast();
     void copyKeepsFilesThatExistAndNamesThem();
     void folderThatTakesNoFilesIsTold();
@@ -134,6 +135,26 @@ void TestRecordFiles::earlierRecordGoesWithTheNextOpening()
     QCOMPARE(contentOf("*_CH1.txt", record->directory()), QByteArray());
     record->clearDirectory();
     QCOMPARE(names(), QStringList());
+}
+
+void TestRecordFiles::secondRunOfAMinuteTakesTheNamesOfTheFirst()
+{
+    QStringList first;
+    // Within one minute, unless it has just ended between the two.
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        record->open();
+        record->append(0, {1});
+        record->close();
+        first = names();
+        record->open();
+        record->append(0, {2});
+        record->close();
+        if (names() == first)
+            break;
+    }
+    QCOMPARE(names(), first);
+    QCOMPARE(first.size(), 4);
+    QCOMPARE(contentOf("*_CH1.txt", record->directory()), QByteArray("2\r\n"));
 }
 
 void TestRecordFiles::copyHoldsWhatWasWrittenLast()

@@ -38,6 +38,8 @@ private slots:
     void conditionStartsAtTheFirstChannelWhateverTheButtonsShow();
     void emptyFieldsOfTheConditionCountAsZero();
     void enablingTheConditionDuringAReplayStartsNothing();
+    void enablingTheConditionAfterARunItEndedShowsRun();
+    void firstBatchIsRecordedAndNotDrawn();
     void clearEmptiesThePictureAndTheFields();
     void linkSlotsOutsideARunSendWhatTheySay();
     void closingKeepsTheRangeIfAsked();
@@ -375,6 +377,33 @@ void TestScope::enablingTheConditionDuringAReplayStartsNothing()
     QCOMPARE(bench.runText(), QString("Stop"));
     QTRY_COMPARE_WITH_TIMEOUT(bench.runText(), QString("Run"), 60000);
     QVERIFY(!bench.log.contains("running"));
+}
+
+void TestScope::enablingTheConditionAfterARunItEndedShowsRun()
+{
+    ScopeBench bench;
+    bring(&bench, StoppedByCondition);
+    bench.panel->stopBox->click(); // off
+    bench.log.clear();
+    bench.panel->stopBox->click(); // and on again
+    QCOMPARE(bench.runText(), QString("Run"));
+    QCOMPARE(bench.log, QStringList{scopelog::withdrawal}); // the stream is not told to stop
+}
+
+void TestScope::firstBatchIsRecordedAndNotDrawn()
+{
+    ScopeBench bench;
+    bench.run();
+    bench.take("0114 0014 1001 0007 1001 0002 1001 0003 1001 0004");
+    bench.take("0114 0014 1001 0008 1001 0002 1001 0003 1001 0004");
+    bench.run();
+    const PointTrack &points = bench.plot->plotData().channelPoints[0];
+    QCOMPARE(points.size(), 1);
+    QCOMPARE(points.valueAt(0), 8.0);
+    const QDir dir(QCoreApplication::applicationDirPath() + "/scope");
+    QFile record(dir.filePath(dir.entryList({"*_CH1.txt"}, QDir::Files).value(0)));
+    QVERIFY(record.open(QIODevice::ReadOnly));
+    QCOMPARE(record.readAll(), QByteArray("Pn-F00Motor speed\r\n7\r\n8\r\n"));
 }
 
 void TestScope::clearEmptiesThePictureAndTheFields()

@@ -7,6 +7,9 @@
 #include "support/testdirectory.h"
 
 #include <QColorDialog>
+#include <QFile>
+#include <QLocale>
+#include <QProcess>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSettings>
@@ -29,6 +32,7 @@ private slots:
     void narrowItemOpensTheOthersAgain();
     void switchingAChannelWithdrawsTheRequest();
     void widthInTheRequestFollowsTheType();
+    void sixWordsAreAskedForThroughTheGapOfTheRule();
     void wheelOverAListChangesNothing();
     void colourOfAChannelIsChosenAndKept();
     void cancelledColourChangesNothing();
@@ -38,6 +42,7 @@ private slots:
     void framesFoldAway();
     void smallWindowScrolls();
     void chineseWindowHasTheChineseItems();
+    void chineseSystemChoosesTheItemsWhereNoLanguageIsSet();
     void missingCatalogueLeavesTheShell();
 
 private:
@@ -176,6 +181,21 @@ void TestScopePanels::widthInTheRequestFollowsTheType()
     QCOMPARE(bench.data(3), QString("-2"));
 }
 
+void TestScopePanels::sixWordsAreAskedForThroughTheGapOfTheRule()
+{
+    ScopeBench bench;
+    bench.setItem(4, wideRow); // CH3 goes
+    bench.setItem(1, otherWideRow);
+    bench.click(3);
+    QCOMPARE(bench.onText(), QString("1234"));
+    QCOMPARE(bench.openText(), QString("1234"));
+    bench.log.clear();
+    bench.run();
+    const QByteArray request = "0114 20" + QByteArray::number(otherWideRow, 16).rightJustified(2, '0') +
+                               " 1001 1002 20" + QByteArray::number(wideRow, 16).rightJustified(2, '0');
+    QCOMPARE(bench.log.value(1), scopelog::request(request.constData()));
+}
+
 void TestScopePanels::wheelOverAListChangesNothing()
 {
     ScopeBench bench;
@@ -304,6 +324,26 @@ void TestScopePanels::chineseWindowHasTheChineseItems()
     directory->setLanguage(QStringLiteral("zh_CN"));
     ScopeBench bench;
     QCOMPARE(bench.channel(1)->comboBox->currentText(), QString("电机转速[1RPM]"));
+}
+
+// The system's language is read once in a process: this test runs anew in a Chinese one.
+void TestScopePanels::chineseSystemChoosesTheItemsWhereNoLanguageIsSet()
+{
+    if (QLocale::system().name() == "zh_CN") {
+        QVERIFY(!QFile::exists(QStringLiteral("settings.ini")) ||
+                QFile::remove(QStringLiteral("settings.ini")));
+        const ScopeBench bench;
+        QCOMPARE(bench.channel(1)->comboBox->currentText(), QString("电机转速[1RPM]"));
+        return;
+    }
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("zh_CN.UTF-8"));
+    process.setProcessEnvironment(environment);
+    process.start(QCoreApplication::applicationFilePath(), {QTest::currentTestFunction()});
+    QVERIFY(process.waitForFinished());
+    const QByteArray output = process.readAll();
+    QVERIFY2(process.exitCode() == 0 && output.contains("3 passed"), output.constData());
 }
 
 // Last, since it takes the files from the program.
