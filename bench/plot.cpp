@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Time and truth of the scope's picture: four channels drawn by the product, by one antialiased polyline a
 // channel, by QCustomPlot and by Qwt, in one run; a live tick; and the spectrum and the statistics of all
-// that the plot keeps.
+// that the plot keeps. Processor time of all threads counts, which other work on the machine hardly changes;
+// the ratio of the time that passed stands beside it.
 #include "../tests/scope/curvescenes.h"
 #include "benchmain.h"
 #include "report.h"
@@ -22,13 +23,33 @@ namespace {
 constexpr int samples = 480000;
 constexpr int rounds = 5;
 
-double milliseconds(const std::function<void()> &work)
+// Milliseconds.
+struct Cost
+{
+    double processor = 0; // of all threads
+    double passed = 0;
+};
+
+Cost costOf(const std::function<void()> &work)
 {
     QElapsedTimer timer;
     timer.start();
+    const double before = processSeconds();
     work();
-    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+    return {1e3 * (processSeconds() - before), static_cast<double>(timer.nsecsElapsed()) / 1e6};
 }
+
+struct Costs
+{
+    QVector<double> processor;
+    QVector<double> passed;
+
+    void append(const Cost &cost)
+    {
+        processor.append(cost.processor);
+        passed.append(cost.passed);
+    }
+};
 
 PlotInputs fourChannels(const QByteArray &kind, int count)
 {
@@ -75,11 +96,11 @@ public:
         plot.yAxis->setRange(in.settings.minY[0], in.settings.maxY[0]);
     }
 
-    double draw(bool isAdaptive)
+    Cost draw(bool isAdaptive)
     {
         for (int c = 0; c < plotChannels; ++c)
             plot.graph(c)->setAdaptiveSampling(isAdaptive);
-        return milliseconds([this] { plot.replot(QCustomPlot::rpImmediateRefresh); });
+        return costOf([this] { plot.replot(QCustomPlot::rpImmediateRefresh); });
     }
 
 private:
@@ -87,7 +108,7 @@ private:
 };
 
 // Qwt's curves with its own ways of leaving points out switched on.
-double drawQwt(const PlotInputs &in)
+Cost drawQwt(const PlotInputs &in)
 {
     QImage image(in.width, in.height, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
@@ -95,7 +116,7 @@ double drawQwt(const PlotInputs &in)
     for (int c = 0; c < plotChannels; ++c)
         for (int i = 0; i < in.curveMap[c].size(); ++i)
             points[c].append(in.curveMap[c].at(i));
-    return milliseconds([&] {
+    return costOf([&] {
         QPainter painter(&image);
         const QRect &r = in.plotRect;
         painter.setClipRect(r);
@@ -127,28 +148,29 @@ QStringList measurePicture(const QByteArray &kind)
     const std::atomic<bool> isEnding{false};
     CustomPlot custom(in);
     custom.draw(true);
-    QVector<double> ours;
-    QVector<double> adaptive;
-    QVector<double> qwts;
+    Costs ours;
+    Costs adaptive;
+    Costs qwts;
     CurveRasteriser rasteriser;
     QImage picture;
     for (int round = 0; round < rounds; ++round) {
         rasteriser.draw(other, isEnding);
-        ours.append(milliseconds([&] { rasteriser.draw(in, isEnding); }));
+        ours.append(costOf([&] { rasteriser.draw(in, isEnding); }));
         picture = rasteriser.image().copy();
         adaptive.append(custom.draw(true));
         qwts.append(drawQwt(in));
     }
     QImage naivePicture;
-    const double naive = milliseconds([&] { naivePicture = scenes::naivePicture(in); });
+    const Cost naive = costOf([&] { naivePicture = scenes::naivePicture(in); });
     const scenes::Difference d = scenes::compare(picture, naivePicture);
     return {kind,
-            figure(median(ours), 1),
-            figure(median(adaptive), 1),
-            figure(medianRatio(ours, adaptive), 2),
-            ratioSpread(ours, adaptive),
-            figure(median(qwts), 1),
-            figure(naive, 0),
+            figure(median(ours.processor), 1),
+            figure(median(adaptive.processor), 1),
+            figure(medianRatio(ours.processor, adaptive.processor), 2),
+            ratioSpread(ours.processor, adaptive.processor),
+            figure(medianRatio(ours.passed, adaptive.passed), 2),
+            figure(median(qwts.processor), 0),
+            figure(naive.processor, 0),
             QString::number(d.largest),
             figure(100 * d.visiblePart, 4),
             QString::number(d.lostExtremes)};
@@ -166,7 +188,7 @@ QStringList measureTick(const QByteArray &kind)
     for (int tick = 0; tick < 25; ++tick) {
         for (PointTrack &track : in.curveMap)
             track.append(PointTrack::sampleStep * track.size(), more);
-        ticks.append(milliseconds([&] { rasteriser.draw(in, isEnding); }));
+        ticks.append(costOf([&] { rasteriser.draw(in, isEnding); }).processor);
     }
     return {kind, figure(median(ticks), 2), figure(*std::max_element(ticks.cbegin(), ticks.cend()), 2)};
 }
@@ -180,20 +202,20 @@ void measureNumbers()
     QVector<double> statistics;
     QVector<double> searches;
     for (int round = 0; round < rounds; ++round) {
-        spectra.append(milliseconds([&] {
-            fft transformer;
-            for (int c = 0; c < plotChannels; ++c)
-                spectrumOf(y, &transformer);
-        }));
-        statistics.append(milliseconds([&] {
-            Statistics result;
-            for (int c = 0; c < plotChannels; ++c)
-                cursorrules::computeStatistics(track, 0, 1e6, &result);
-        }));
-        searches.append(milliseconds([&] {
-            for (int c = 0; c < plotChannels; ++c)
-                track.firstOfValue(0.123456);
-        }));
+        spectra.append(costOf([&] {
+                           fft transformer;
+                           for (int c = 0; c < plotChannels; ++c)
+                               spectrumOf(y, &transformer);
+                       }).processor);
+        statistics.append(costOf([&] {
+                              Statistics result;
+                              for (int c = 0; c < plotChannels; ++c)
+                                  cursorrules::computeStatistics(track, 0, 1e6, &result);
+                          }).processor);
+        searches.append(costOf([&] {
+                            for (int c = 0; c < plotChannels; ++c)
+                                track.firstOfValue(0.123456);
+                        }).processor);
     }
     printTable(QStringLiteral("4 x 800,000 samples, milliseconds, median of %1 rounds").arg(rounds),
                {{"spectra", "statistics", "search of a value that no sample has"},
@@ -205,16 +227,18 @@ void measureNumbers()
 int main(int argc, char *argv[])
 {
     return runBenchmark(argc, argv, [] {
-        QVector<QStringList> pictures{{"wave", "ours", "QCustomPlot", "ratio", "spread", "Qwt", "polyline",
-                                       "largest of 255", "visible %", "extremes lost"}};
+        QVector<QStringList> pictures{{"wave", "ours", "QCustomPlot", "ratio", "spread",
+                                       "ratio of time passed", "Qwt", "polyline", "largest of 255",
+                                       "visible %", "extremes lost"}};
         QVector<QStringList> ticks{{"wave", "median", "longest"}};
         for (const QByteArray &kind : scenes::kinds()) {
             pictures.append(measurePicture(kind));
             ticks.append(measureTick(kind));
         }
         printTable(
-            QStringLiteral("Picture of 4 x 480,000 samples, 900 x 600, milliseconds, median of %1 rounds; "
-                           "ours beside the polyline's picture")
+            QStringLiteral(
+                "Picture of 4 x 480,000 samples, 900 x 600, milliseconds of processor time, median of %1 "
+                "rounds; ours beside the polyline's picture")
                 .arg(rounds),
             pictures);
         printTable(QStringLiteral("Live tick of 4 x 1600 samples, milliseconds"), ticks);

@@ -18,6 +18,13 @@ QVector<double> ratios(const QVector<double> &a, const QVector<double> &b)
     return list;
 }
 
+double clockSeconds(clockid_t clock)
+{
+    timespec time{};
+    ::clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
 } // namespace
 
 double median(QVector<double> values)
@@ -73,7 +80,10 @@ void printTable(const QString &title, const QVector<QStringList> &rows)
 
 double threadSeconds()
 {
-    timespec time{};
-    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+    return clockSeconds(CLOCK_THREAD_CPUTIME_ID);
+}
+
+double processSeconds()
+{
+    return clockSeconds(CLOCK_PROCESS_CPUTIME_ID);
 }

@@ -25,3 +25,5 @@ void printTable(const QString &title, const QVector<QStringList> &rows);
 
 // Processor time that the calling thread has used, in seconds.
 double threadSeconds();
+// The same of all threads of the process.
+double processSeconds();
