@@ -24,9 +24,10 @@ constexpr int wantedRatio = 300;
 constexpr double wantedShare = 0.03;
 
 /// A model on the bench, for as long as the figures of one kind are taken.
+template <typename Model>
 struct Bench
 {
-    explicit Bench(DriveModel *benchModel)
+    explicit Bench(Model *benchModel)
         : registers(builtInRegisterTable())
         , model(benchModel)
     {
@@ -53,11 +54,12 @@ struct Bench
     }
 
     RegisterFile registers;
-    DriveModel *model;
+    Model *model;
 };
 
 // Simulated seconds in a second of processor time.
-double speedOf(Bench *bench, bool allItems)
+template <typename Model>
+double speedOf(Bench<Model> *bench, bool allItems)
 {
     const double before = threadSeconds();
     std::int64_t sum = 0;
@@ -78,10 +80,10 @@ double speedOf(Bench *bench, bool allItems)
 void measureSpeed()
 {
     MotorModel motor;
-    Bench moving(&motor);
+    Bench<MotorModel> moving(&motor);
     moving.startSections();
     SignalModel waveforms;
-    Bench plain(&waveforms);
+    Bench<SignalModel> plain(&waveforms);
     QVector<double> steps;
     QVector<double> items;
     QVector<double> plainItems;

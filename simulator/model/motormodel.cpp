@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "simulator/model/motormodel.h"
 
-#include "simulator/model/statusvalues.h"
-
 #include <algorithm>
 
 namespace kt500sim {
@@ -374,11 +372,6 @@ void MotorModel::refreshStatus(RegisterFile &registers)
             registers.set(offset, static_cast<std::uint16_t>(value));
         }
     }
-}
-
-std::int32_t MotorModel::scopeValue(int item) const
-{
-    return scopeItemValue(m_state, item);
 }
 
 std::chrono::milliseconds MotorModel::longestRest() const

@@ -17,6 +17,7 @@
 #include "simulator/model/overload.h"
 #include "simulator/model/powerstage.h"
 #include "simulator/model/resonancefinder.h"
+#include "simulator/model/statusvalues.h"
 #include "simulator/model/storewrites.h"
 
 namespace kt500sim {
@@ -31,7 +32,7 @@ public:
     void refreshStatus(RegisterFile &registers) override;
     void registersWritten(RegisterFile &registers, int firstOffset, int count) override;
     void storedCopyWritten(RegisterFile &registers) override;
-    std::int32_t scopeValue(int item) const override;
+    std::int32_t scopeValue(int item) const final { return scopeItemValue(m_state, item); }
     std::chrono::milliseconds longestRest() const override;
     MotorModel *motor() override { return this; }
 
