@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Transfers of the parameter editor on a line that delays, cuts, spoils and loses replies: every shown value
 // and every register is what it must be.
-#include "parameter/parameterbatch.h"
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
+#include "support/batchdriver.h"
 #include "support/editordriver.h"
 #include "support/modalanswers.h"
 #include "support/rununtil.h"
@@ -70,24 +70,12 @@ bool isReading(const ParameterEditor *editor, int from)
     return progress->isVisible() && progress->value() >= from;
 }
 
-// The column of the batch list that shows what the drive holds.
-constexpr int realColumn = 12;
-
-QTableWidget *batchList()
-{
-    const QWidgetList windows = QApplication::topLevelWidgets();
-    for (QWidget *window : windows) {
-        if (auto *const batch = qobject_cast<ParameterBatch *>(window))
-            return batch->table();
-    }
-    return nullptr;
-}
-
-QStringList realValuesOf(const QTableWidget *list)
+QStringList realValuesOf(const BatchDriver &list)
 {
     QStringList values;
-    for (int row = 0; row < list->rowCount(); ++row)
-        values.append(list->item(row, 0)->text() + QLatin1Char(' ') + list->item(row, realColumn)->text());
+    for (int row = 0; row < list.rowCount(); ++row)
+        values.append(list.text(row, BatchDriver::Code) + QLatin1Char(' ') +
+                      list.text(row, BatchDriver::Real));
     return values;
 }
 
@@ -244,25 +232,22 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesTheBatchReadWhole()
     place.drive->freeze();
     ParameterEditor *const editor = EditorDriver::openConnected(&place, rs485);
     QVERIFY(editor);
-    const QTableWidget *const list = batchList();
-    QVERIFY(list);
+    const BatchDriver list(BatchDriver::find());
+    QVERIFY(list.window());
     for (int number = 0; number < 30; ++number) {
         const QString code = QStringLiteral("Pn-1%1").arg(number, 2, 10, QLatin1Char('0'));
         place.drive->writeRegister(100 + number, quint16(3 * number + 1));
-        editor->newRowSlot();
-        const int row = list->rowCount() - 1;
-        editor->Csv_DoubleClickedSlot(row, 0);
-        list->item(row, 0)->setText(code);
+        list.addRow(code);
     }
-    const auto readAll = [&boxes, editor] {
+    const auto readAll = [&boxes, &list] {
         boxes.expect(readingDone);
-        editor->readParaCsvSlot();
+        list.trigger(BatchDriver::ReadTool);
         QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 20000));
     };
     readAll();
     const QStringList undisturbed = realValuesOf(list);
-    for (int row = 0; row < list->rowCount(); ++row)
-        list->item(row, realColumn)->setText(QStringLiteral("unread"));
+    for (int row = 0; row < list.rowCount(); ++row)
+        list.setText(row, BatchDriver::Real, QStringLiteral("unread"));
     QVERIFY(place.drive->setFault(fault));
     readAll();
     const QString wrong = differences(realValuesOf(list), undisturbed);

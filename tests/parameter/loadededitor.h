@@ -6,11 +6,11 @@
 #include "parameter/parameterbatch.h"
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
+#include "support/batchdriver.h"
 #include "support/editordriver.h"
 #include "support/registerpeer.h"
 #include "support/testdirectory.h"
 
-#include <QApplication>
 #include <QListWidget>
 #include <QStackedWidget>
 #include <QTableWidget>
@@ -34,17 +34,16 @@ public:
             throw std::runtime_error("the catalogue was not loaded");
         for (int i = 0; i < driver.pageCount(); ++i)
             pages.append(driver.page(i));
-        const QWidgetList windows = QApplication::topLevelWidgets();
-        for (QWidget *window : windows) {
-            if (auto *const found = qobject_cast<ParameterBatch *>(window))
-                batch = found;
-        }
+        batch = BatchDriver::find();
     }
 
     QTableWidgetItem *value(int page, int row) const
     {
         return pages.at(page)->item(row, ParameterTable::ValueColumn);
     }
+
+    // The batch window, in a hand.
+    BatchDriver list() const { return BatchDriver(batch); }
 
     int rowOf(int page, const QString &code) const { return EditorDriver::rowOf(pages.at(page), code); }
 

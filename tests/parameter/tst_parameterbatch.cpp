@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
+#include "support/batchtexts.h"
 #include "support/eventcount.h"
 
 #include <QAction>
@@ -31,39 +32,18 @@ private slots:
     void tickingFillsNoRowAnew();
 };
 
-namespace {
-
-void trigger(const LoadedEditor &loaded, const QString &text)
-{
-    const QList<QAction *> actions = loaded.batch->findChild<QToolBar *>()->actions();
-    for (QAction *action : actions) {
-        if (action->text() == text) {
-            action->trigger();
-            return;
-        }
-    }
-    QFAIL(qPrintable(QStringLiteral("no tool is called ") + text));
-}
-
-Qt::CheckState tick(const LoadedEditor &loaded, int row)
-{
-    return loaded.batch->table()->item(row, 0)->checkState();
-}
-
-} // namespace
-
 void ParameterBatchTest::windowIsATopLevelOfItsOwn()
 {
     const LoadedEditor loaded;
     QVERIFY(loaded.batch);
     QVERIFY(loaded.batch->isWindow());
     QVERIFY(!loaded.batch->isVisible());
-    QCOMPARE(loaded.batch->windowTitle(), QStringLiteral("Batch Parameter Modification"));
+    QCOMPARE(loaded.batch->windowTitle(), batchtext::title);
     QCOMPARE(loaded.batch->size(), QSize(900, 600));
     QCOMPARE(loaded.batch->layout()->contentsMargins(), QMargins());
     QCOMPARE(loaded.batch->layout()->spacing(), 0);
     QVERIFY(!loaded.batch->windowIcon().isNull());
-    QCOMPARE(loaded.batch->findChild<QToolBar *>()->height(), 26);
+    QCOMPARE(loaded.list().toolBar()->height(), 26);
 }
 
 void ParameterBatchTest::tableHasItsColumnsAndNoRows()
@@ -71,12 +51,10 @@ void ParameterBatchTest::tableHasItsColumnsAndNoRows()
     const LoadedEditor loaded;
     const QTableWidget *const table = loaded.batch->table();
     QCOMPARE(table->rowCount(), 0);
-    QStringList heads;
-    for (int column = 0; column < table->columnCount(); ++column)
-        heads.append(table->horizontalHeaderItem(column)->text());
-    QCOMPARE(heads, (QStringList{"Function code", QString::fromUtf8("★"), QString::fromUtf8("■"),
-                                 QString::fromUtf8("●"), QString::fromUtf8("▲"), "H", "Value", "Uint", "Min",
-                                 "Max", "Default", "Description", "Real"}));
+    QCOMPARE(loaded.list().heads(),
+             (QStringList{"Function code", QString::fromUtf8("★"), QString::fromUtf8("■"),
+                          QString::fromUtf8("●"), QString::fromUtf8("▲"), "H", "Value", "Uint", "Min", "Max",
+                          "Default", "Description", "Real"}));
     QCOMPARE(table->font().family(), QString::fromUtf8("微软雅黑"));
     QCOMPARE(table->font().pointSize(), 9);
     QCOMPARE(table->selectionMode(), QAbstractItemView::SingleSelection);
@@ -104,7 +82,7 @@ void ParameterBatchTest::toolsStandInTheirOrder()
 {
     const LoadedEditor loaded;
     QStringList texts;
-    const QList<QAction *> actions = loaded.batch->findChild<QToolBar *>()->actions();
+    const QList<QAction *> actions = loaded.list().tools();
     for (const QAction *action : actions) {
         texts.append(action->isSeparator() ? QStringLiteral("|") : action->text());
         QCOMPARE(action->statusTip(), action->text());
@@ -163,14 +141,14 @@ void ParameterBatchTest::closingOnlyHidesAndKeepsTheRows()
 {
     const LoadedEditor loaded;
     loaded.editor->editParaSlot();
-    loaded.editor->newRowSlot();
-    loaded.batch->table()->item(0, 6)->setText(QStringLiteral("5"));
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().setText(0, 6, QStringLiteral("5"));
     QVERIFY(loaded.batch->close());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!loaded.batch->isVisible());
     loaded.editor->editParaSlot();
-    QCOMPARE(loaded.batch->table()->rowCount(), 1);
-    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("5"));
+    QCOMPARE(loaded.list().rowCount(), 1);
+    QCOMPARE(loaded.list().text(0, 6), QStringLiteral("5"));
 }
 
 void ParameterBatchTest::windowGoesWithTheEditor()
@@ -186,15 +164,15 @@ void ParameterBatchTest::newRowsAreTickedAndGoToTheEnd()
 {
     const LoadedEditor loaded;
     const QTableWidget *const table = loaded.batch->table();
-    trigger(loaded, QStringLiteral("newRow"));
+    loaded.list().trigger(BatchDriver::NewRowTool);
     table->item(0, 0)->setText(QStringLiteral("Pn-007"));
-    trigger(loaded, QStringLiteral("newRow"));
+    loaded.list().trigger(BatchDriver::NewRowTool);
     QCOMPARE(table->rowCount(), 2);
     QCOMPARE(table->item(0, 0)->text(), QStringLiteral("Pn-007"));
     QCOMPARE(table->item(1, 0)->text(), QStringLiteral("Pn-000"));
-    QCOMPARE(tick(loaded, 1), Qt::Checked);
+    QVERIFY(loaded.list().isTicked(1));
     QCOMPARE(Qt::Alignment(table->item(1, 0)->textAlignment()), Qt::AlignLeft | Qt::AlignVCenter);
-    QCOMPARE(table->item(1, 12)->text(), QStringLiteral("default"));
+    QCOMPARE(table->item(1, 12)->text(), batchtext::notRead);
     QCOMPARE(Qt::Alignment(table->item(1, 12)->textAlignment()), Qt::AlignCenter);
 }
 
@@ -203,11 +181,11 @@ void ParameterBatchTest::deletingTakesTheLastRowWhateverIsSelected()
     const LoadedEditor loaded;
     QTableWidget *const table = loaded.batch->table();
     for (const char *value : {"1", "2", "3"}) {
-        loaded.editor->newRowSlot();
+        loaded.list().trigger(BatchDriver::NewRowTool);
         table->item(table->rowCount() - 1, 6)->setText(QLatin1String(value));
     }
     table->selectRow(0);
-    trigger(loaded, QStringLiteral("deleteRow"));
+    loaded.list().trigger(BatchDriver::DeleteRowTool);
     QCOMPARE(table->rowCount(), 2);
     QCOMPARE(table->item(0, 6)->text(), QStringLiteral("1"));
     QCOMPARE(table->item(1, 6)->text(), QStringLiteral("2"));
@@ -216,43 +194,43 @@ void ParameterBatchTest::deletingTakesTheLastRowWhateverIsSelected()
 void ParameterBatchTest::deletingFromAnEmptyListDoesNothing()
 {
     const LoadedEditor loaded;
-    trigger(loaded, QStringLiteral("deleteRow"));
-    QCOMPARE(loaded.batch->table()->rowCount(), 0);
+    loaded.list().trigger(BatchDriver::DeleteRowTool);
+    QCOMPARE(loaded.list().rowCount(), 0);
 }
 
 void ParameterBatchTest::allRowsAreTickedAndUnticked()
 {
     const LoadedEditor loaded;
     for (int i = 0; i < 3; ++i)
-        loaded.editor->newRowSlot();
-    loaded.batch->table()->item(1, 0)->setCheckState(Qt::Unchecked);
-    trigger(loaded, QStringLiteral("deselectAll"));
+        loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().tick(1, false);
+    loaded.list().trigger(BatchDriver::UntickAllTool);
     for (int row = 0; row < 3; ++row)
-        QCOMPARE(tick(loaded, row), Qt::Unchecked);
-    loaded.batch->table()->item(1, 0)->setCheckState(Qt::Checked);
-    trigger(loaded, QStringLiteral("selectAll"));
+        QVERIFY(!loaded.list().isTicked(row));
+    loaded.list().tick(1, true);
+    loaded.list().trigger(BatchDriver::TickAllTool);
     for (int row = 0; row < 3; ++row)
-        QCOMPARE(tick(loaded, row), Qt::Checked);
+        QVERIFY(loaded.list().isTicked(row));
 }
 
 void ParameterBatchTest::tickingFillsNoRowAnew()
 {
     const LoadedEditor loaded;
     QTableWidget *const table = loaded.batch->table();
-    loaded.editor->newRowSlot();
-    loaded.editor->newRowSlot();
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().trigger(BatchDriver::NewRowTool);
     table->item(0, 6)->setText(QStringLiteral("5"));
     table->item(1, 6)->setText(QStringLiteral("6"));
     // Now the table is listened to.
-    loaded.editor->Csv_DoubleClickedSlot(1, 6);
+    loaded.list().beginEditing(1, BatchDriver::Value);
     QSignalSpy changes(table, &QTableWidget::cellChanged);
-    loaded.editor->deselectAllSlot();
-    table->item(0, 0)->setCheckState(Qt::Checked);
+    loaded.list().trigger(BatchDriver::UntickAllTool);
+    loaded.list().tick(0, true);
     QCOMPARE(changes.count(), 0);
     QCOMPARE(table->item(0, 6)->text(), QStringLiteral("5"));
     QCOMPARE(table->item(1, 6)->text(), QStringLiteral("6"));
-    QCOMPARE(tick(loaded, 0), Qt::Checked);
-    QCOMPARE(tick(loaded, 1), Qt::Unchecked);
+    QVERIFY(loaded.list().isTicked(0));
+    QVERIFY(!loaded.list().isTicked(1));
 }
 
 QTEST_MAIN(ParameterBatchTest)

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
+#include "support/batchtexts.h"
 #include "support/editortexts.h"
 #include "support/eventcount.h"
 #include "support/filedialoganswers.h"
 #include "support/fulldisk.h"
 #include "support/modalanswers.h"
 
-#include <QAction>
 #include <QFile>
-#include <QToolBar>
 
 class ParameterBatchFilesTest : public QObject
 {
@@ -46,8 +45,6 @@ private slots:
 
 namespace {
 
-const QString saveTitle = QStringLiteral("Save csv file");
-const QString openTitle = QStringLiteral("open csv file");
 const QString listName = QStringLiteral("list.csv");
 const QByteArray heads("Function code,\xE2\x98\x85,\xE2\x96\xA0,\xE2\x97\x8F,\xE2\x96\xB2,H,"
                        "Value,Uint,Min,Max,Default,Description,Real,\n");
@@ -65,50 +62,17 @@ void put(const QString &name, const QByteArray &bytes)
         qFatal("the test can't write its own file");
 }
 
-void addRow(const LoadedEditor &loaded, const QString &code)
-{
-    loaded.editor->newRowSlot();
-    const int row = loaded.batch->table()->rowCount() - 1;
-    loaded.editor->Csv_DoubleClickedSlot(row, 0);
-    loaded.batch->table()->item(row, 0)->setText(code);
-}
-
 void save(const LoadedEditor &loaded)
 {
     ModalAnswers boxes;
     boxes.expect(editortext::saveDone);
-    FileDialogAnswers dialogs;
-    dialogs.expect(saveTitle, listName);
-    loaded.editor->saveCsvSlot();
+    loaded.list().saveFile(listName);
 }
 
 void open(const LoadedEditor &loaded)
 {
     const ModalAnswers noBox;
-    FileDialogAnswers dialogs;
-    dialogs.expect(openTitle, listName);
-    loaded.editor->openCsvSlot();
-}
-
-QStringList texts(const LoadedEditor &loaded, int row)
-{
-    QStringList list;
-    for (int column = 0; column < 13; ++column)
-        list.append(loaded.batch->table()->item(row, column)->text());
-    return list;
-}
-
-QList<QStringList> allTexts(const LoadedEditor &loaded)
-{
-    QList<QStringList> list;
-    for (int row = 0; row < loaded.batch->table()->rowCount(); ++row)
-        list.append(texts(loaded, row));
-    return list;
-}
-
-bool isTicked(const LoadedEditor &loaded, int row)
-{
-    return loaded.batch->table()->item(row, 0)->checkState() == Qt::Checked;
+    loaded.list().openFile(listName);
 }
 
 } // namespace
@@ -117,40 +81,39 @@ void ParameterBatchFilesTest::dialogsOfferCsvFiles()
 {
     const LoadedEditor loaded;
     FileDialogAnswers dialogs;
-    dialogs.expectCancelled(openTitle);
-    dialogs.expectCancelled(saveTitle);
-    const QList<QAction *> tools = loaded.batch->findChild<QToolBar *>()->actions();
-    tools.at(0)->trigger();
-    tools.at(1)->trigger();
+    dialogs.expectCancelled(batchtext::openDialog);
+    dialogs.expectCancelled(batchtext::saveDialog);
+    loaded.list().trigger(BatchDriver::OpenTool);
+    loaded.list().trigger(BatchDriver::SaveTool);
     QCOMPARE(dialogs.seen.size(), 2);
-    QCOMPARE(dialogs.seen.at(0).filters, QStringList{"Parameter File(*.csv)"});
+    QCOMPARE(dialogs.seen.at(0).filters, QStringList{batchtext::openFilter});
     QCOMPARE(dialogs.seen.at(0).acceptMode, QFileDialog::AcceptOpen);
-    QCOMPARE(dialogs.seen.at(1).filters, QStringList{"CSV File(*.csv)"});
+    QCOMPARE(dialogs.seen.at(1).filters, QStringList{batchtext::saveFilter});
     QCOMPARE(dialogs.seen.at(1).acceptMode, QFileDialog::AcceptSave);
 }
 
 void ParameterBatchFilesTest::cancelledDialogsDoNothing()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
-    const QList<QStringList> before = allTexts(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    const QList<QStringList> before = loaded.list().allTexts();
     const ModalAnswers noBox;
     FileDialogAnswers dialogs;
-    dialogs.expectCancelled(openTitle);
-    dialogs.expectCancelled(saveTitle);
-    loaded.editor->openCsvSlot();
-    loaded.editor->saveCsvSlot();
-    QCOMPARE(allTexts(loaded), before);
+    dialogs.expectCancelled(batchtext::openDialog);
+    dialogs.expectCancelled(batchtext::saveDialog);
+    loaded.list().trigger(BatchDriver::OpenTool);
+    loaded.list().trigger(BatchDriver::SaveTool);
+    QCOMPARE(loaded.list().allTexts(), before);
     QVERIFY(!loaded.batch->isVisible());
 }
 
 void ParameterBatchFilesTest::savedFileHoldsHeadsAndRows()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-401"));
-    addRow(loaded, QStringLiteral("Pn-809"));
-    loaded.batch->table()->item(1, 0)->setCheckState(Qt::Unchecked);
-    loaded.batch->table()->item(1, 6)->setText(QStringLiteral("1.5"));
+    loaded.list().addRow(QStringLiteral("Pn-401"));
+    loaded.list().addRow(QStringLiteral("Pn-809"));
+    loaded.list().tick(1, false);
+    loaded.list().setText(1, 6, QStringLiteral("1.5"));
     save(loaded);
     QCOMPARE(contentOf(listName),
              heads +
@@ -180,8 +143,8 @@ void ParameterBatchFilesTest::savingHidesAndShowsTheWindow()
         box->accept();
     });
     FileDialogAnswers dialogs;
-    dialogs.expect(saveTitle, listName);
-    loaded.editor->saveCsvSlot();
+    dialogs.expect(batchtext::saveDialog, listName);
+    loaded.list().trigger(BatchDriver::SaveTool);
     QCOMPARE(hidesBeforeTheAnswer, 0);
     QCOMPARE(hides.count, 1);
     QCOMPARE(shows.count, 1);
@@ -231,19 +194,19 @@ void ParameterBatchFilesTest::savedRowsComeBackAsTheyWere()
     const LoadedEditor loaded(language);
     QTableWidget *const table = loaded.batch->table();
     for (const char *code : {"Pn-000", "Pn-004", "Pn-007", "Pn-304", "Pn-401", "Pn-606", "Pn-A04", "Pn-C00"})
-        addRow(loaded, QLatin1String(code));
+        loaded.list().addRow(QLatin1String(code));
     for (int row = 0; row < table->rowCount(); row += 2)
         table->item(row, 0)->setCheckState(Qt::Unchecked);
     table->item(2, 6)->setText(QString());
     table->item(3, 12)->setText(QStringLiteral("-5"));
-    const QList<QStringList> before = allTexts(loaded);
+    const QList<QStringList> before = loaded.list().allTexts();
     save(loaded);
     while (table->rowCount() > 0)
-        loaded.editor->deleteRowSlot();
+        loaded.list().trigger(BatchDriver::DeleteRowTool);
     open(loaded);
-    QCOMPARE(allTexts(loaded), before);
+    QCOMPARE(loaded.list().allTexts(), before);
     for (int row = 0; row < table->rowCount(); ++row)
-        QCOMPARE(isTicked(loaded, row), row % 2 == 1);
+        QCOMPARE(loaded.list().isTicked(row), row % 2 == 1);
 }
 
 void ParameterBatchFilesTest::failedSaveIsToldAndKeepsTheFile()
@@ -253,8 +216,8 @@ void ParameterBatchFilesTest::failedSaveIsToldAndKeepsTheFile()
     ModalAnswers boxes;
     boxes.expect(editortext::saveFailed);
     FileDialogAnswers dialogs;
-    dialogs.expect(saveTitle, QStringLiteral("plain/list.csv"));
-    loaded.editor->saveCsvSlot();
+    dialogs.expect(batchtext::saveDialog, QStringLiteral("plain/list.csv"));
+    loaded.list().trigger(BatchDriver::SaveTool);
     QCOMPARE(contentOf(QStringLiteral("plain")), QByteArray("old"));
     QVERIFY(!loaded.batch->isVisible());
 }
@@ -268,11 +231,11 @@ void ParameterBatchFilesTest::fullDiskIsToldAndKeepsTheFile()
     boxes.expect(QStringLiteral("list.csv already exists.\nDo you want to replace it?"), QMessageBox::Yes);
     boxes.expect(editortext::saveFailed);
     FileDialogAnswers dialogs;
-    dialogs.expect(saveTitle, listName);
+    dialogs.expect(batchtext::saveDialog, listName);
 
     {
         const FullDisk disk(50);
-        loaded.editor->saveCsvSlot();
+        loaded.list().trigger(BatchDriver::SaveTool);
     }
     QCOMPARE(contentOf(listName), QByteArray("old"));
 }
@@ -282,14 +245,14 @@ void ParameterBatchFilesTest::openedFileReplacesTheRows()
 {
     const LoadedEditor loaded;
     for (int i = 0; i < 5; ++i)
-        addRow(loaded, QStringLiteral("Pn-007"));
+        loaded.list().addRow(QStringLiteral("Pn-007"));
     put(listName, heads + "Pn-304-1,,,,,,5,pp,1,9,7,gear,8,\nPn-A04-0,,,,,,6,,,,,,,\n");
     open(loaded);
-    QCOMPARE(allTexts(loaded),
+    QCOMPARE(loaded.list().allTexts(),
              (QList<QStringList>{{"Pn-304", "", "", "", "", "", "5", "pp", "1", "9", "7", "gear", "8"},
                                  {"Pn-A04", "", "", "", "", "", "6", "", "", "", "", "", ""}}));
-    QVERIFY(isTicked(loaded, 0));
-    QVERIFY(!isTicked(loaded, 1));
+    QVERIFY(loaded.list().isTicked(0));
+    QVERIFY(!loaded.list().isTicked(1));
     const QTableWidget *const table = loaded.batch->table();
     QCOMPARE(Qt::Alignment(table->item(0, 0)->textAlignment()), Qt::AlignLeft | Qt::AlignVCenter);
     for (int column = 1; column < 13; ++column)
@@ -319,10 +282,10 @@ void ParameterBatchFilesTest::openedRowOfAFewFieldsIsComplete()
     put(listName, "Pn-304-0,\nPn-305\n");
     open(loaded);
     // The line without a comma is none.
-    QCOMPARE(allTexts(loaded),
+    QCOMPARE(loaded.list().allTexts(),
              (QList<QStringList>{{"Pn-304", "", "", "", "", "", "", "", "", "", "", "", ""}}));
-    loaded.editor->selectAllSlot();
-    QVERIFY(isTicked(loaded, 0));
+    loaded.list().trigger(BatchDriver::TickAllTool);
+    QVERIFY(loaded.list().isTicked(0));
 }
 
 void ParameterBatchFilesTest::openingBringsTheWindowBack()
@@ -336,31 +299,31 @@ void ParameterBatchFilesTest::openingBringsTheWindowBack()
 void ParameterBatchFilesTest::fileThatIsGoneIsToldAndKeepsTheRows()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
-    const QList<QStringList> before = allTexts(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    const QList<QStringList> before = loaded.list().allTexts();
     put(listName, heads);
     ModalAnswers boxes;
     boxes.expect(editortext::openFailed);
     FileDialogAnswers dialogs;
-    dialogs.expect(openTitle, listName, [] { QFile::remove(listName); });
-    loaded.editor->openCsvSlot();
-    QCOMPARE(allTexts(loaded), before);
+    dialogs.expect(batchtext::openDialog, listName, [] { QFile::remove(listName); });
+    loaded.list().trigger(BatchDriver::OpenTool);
+    QCOMPARE(loaded.list().allTexts(), before);
 }
 
 #ifdef Q_OS_LINUX
 void ParameterBatchFilesTest::fileWhoseReadFailsIsToldAndKeepsTheRows()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
-    const QList<QStringList> before = allTexts(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    const QList<QStringList> before = loaded.list().allTexts();
     // It can be opened, but there is no memory at its start.
     QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), listName));
     ModalAnswers boxes;
     boxes.expect(editortext::openFailed);
     FileDialogAnswers dialogs;
-    dialogs.expect(openTitle, listName);
-    loaded.editor->openCsvSlot();
-    QCOMPARE(allTexts(loaded), before);
+    dialogs.expect(batchtext::openDialog, listName);
+    loaded.list().trigger(BatchDriver::OpenTool);
+    QCOMPARE(loaded.list().allTexts(), before);
     QVERIFY(!loaded.batch->isVisible());
 }
 #endif
@@ -368,15 +331,15 @@ void ParameterBatchFilesTest::fileWhoseReadFailsIsToldAndKeepsTheRows()
 void ParameterBatchFilesTest::fileThatIsTooLargeIsToldAndKeepsTheRows()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
-    const QList<QStringList> before = allTexts(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    const QList<QStringList> before = loaded.list().allTexts();
     put(listName, "Pn-304-1,\n" + QByteArray(4 * 1024 * 1024, '\n'));
     ModalAnswers boxes;
     boxes.expect(editortext::openFailed);
     FileDialogAnswers dialogs;
-    dialogs.expect(openTitle, listName);
-    loaded.editor->openCsvSlot();
-    QCOMPARE(allTexts(loaded), before);
+    dialogs.expect(batchtext::openDialog, listName);
+    loaded.list().trigger(BatchDriver::OpenTool);
+    QCOMPARE(loaded.list().allTexts(), before);
 }
 
 void ParameterBatchFilesTest::foreignFileIsReadAsFarAsItGoes_data()
@@ -395,28 +358,28 @@ void ParameterBatchFilesTest::foreignFileIsReadAsFarAsItGoes()
     QFETCH(QByteArray, file);
     QFETCH(int, rows);
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
     put(listName, file);
     open(loaded);
-    QCOMPARE(loaded.batch->table()->rowCount(), rows);
+    QCOMPARE(loaded.list().rowCount(), rows);
     QCOMPARE(loaded.batch->table()->columnCount(), 13);
 }
 
 void ParameterBatchFilesTest::openingFillsNoRowFromThePages()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
-    loaded.editor->Csv_DoubleClickedSlot(0, 0);
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    loaded.list().beginEditing(0, BatchDriver::Code);
     put(listName, "Pn-401-1,,,,,,5,,,,,mine,,\n");
     open(loaded);
-    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("5"));
-    QCOMPARE(loaded.batch->table()->item(0, 11)->text(), QStringLiteral("mine"));
+    QCOMPARE(loaded.list().text(0, 6), QStringLiteral("5"));
+    QCOMPARE(loaded.list().text(0, 11), QStringLiteral("mine"));
 }
 
 void ParameterBatchFilesTest::fileOfTheMostRowsIsOpened()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
     QByteArray file = heads;
     for (int i = 0; i < 10000; ++i)
         file += "Pn-304-1,,,,,," + QByteArray::number(i) + ",pp,1,9,7,gear,8,\n";
@@ -425,12 +388,12 @@ void ParameterBatchFilesTest::fileOfTheMostRowsIsOpened()
     const QTableWidget *const table = loaded.batch->table();
     QCOMPARE(table->rowCount(), 10000);
     for (const int row : {0, 4999, 9999}) {
-        QCOMPARE(texts(loaded, row), (QStringList{"Pn-304", "", "", "", "", "", QString::number(row), "pp",
-                                                  "1", "9", "7", "gear", "8"}));
-        QVERIFY(isTicked(loaded, row));
+        QCOMPARE(loaded.list().texts(row), (QStringList{"Pn-304", "", "", "", "", "", QString::number(row),
+                                                        "pp", "1", "9", "7", "gear", "8"}));
+        QVERIFY(loaded.list().isTicked(row));
     }
     // What is on the list can still be changed.
-    loaded.editor->newRowSlot();
+    loaded.list().trigger(BatchDriver::NewRowTool);
     QCOMPARE(table->rowCount(), 10001);
 }
 
@@ -448,7 +411,7 @@ void ParameterBatchFilesTest::endlessValueLeavesTheColumnsNarrow()
     QVERIFY(table->columnWidth(6) < 300);
     put(listName, "Pn-304-1,,,,,," + endless + "," + few + ",1,9,7,gear," + endless + ",\n");
     open(loaded);
-    QCOMPARE(texts(loaded, 0).at(6).size(), 100000);
+    QCOMPARE(loaded.list().texts(0).at(6).size(), 100000);
     QCOMPARE(table->columnWidth(6), 300);
     QCOMPARE(table->columnWidth(12), 300);
     for (int column = 0; column < 13; ++column) {

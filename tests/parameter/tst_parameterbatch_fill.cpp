@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "parameter/loadededitor.h"
-#include "support/editortexts.h"
-#include "support/modalanswers.h"
+#include "support/batchtexts.h"
 #include "support/wire.h"
 
-#include <QAction>
 #include <QLineEdit>
-#include <QToolBar>
 
 class ParameterBatchFillTest : public QObject
 {
@@ -29,60 +26,17 @@ private slots:
     void typedCodeIsTransferredInItsWidth();
     void typedValueStaysAndFillsNothing();
     void onlyOneChangeIsHeardAfterADoubleClick();
+    void changeSlotFillsARowByItsCodeOnly();
     void doubleClicksMakeOneLink();
     void otherColumnsAreNotOpenedByTheTabulator();
     void valueBeingTypedIsTakenByATool();
 };
 
-namespace {
-
-QStringList cells(const LoadedEditor &loaded, int row, int from = 1, int to = 11)
-{
-    QStringList texts;
-    for (int column = from; column <= to; ++column)
-        texts.append(loaded.batch->table()->item(row, column)->text());
-    return texts;
-}
-
-// Gives a row another code as the editing of its cell does.
-void setCode(const LoadedEditor &loaded, int row, const QString &code)
-{
-    loaded.editor->Csv_DoubleClickedSlot(row, 0);
-    loaded.batch->table()->item(row, 0)->setText(code);
-}
-
-void doubleClick(QTableWidget *table, int row, int column)
-{
-    QPoint place = table->visualRect(table->model()->index(row, column)).center();
-    if (column == 0)
-        place.rx() += 20; // not on the check box
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, place);
-    QTest::mouseDClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, place);
-}
-
-QLineEdit *openEditor(const QTableWidget *table)
-{
-    return table->viewport()->findChild<QLineEdit *>();
-}
-
-void type(QTableWidget *table, int row, int column, const QString &text)
-{
-    doubleClick(table, row, column);
-    QLineEdit *const editor = openEditor(table);
-    QVERIFY(editor);
-    editor->selectAll();
-    QTest::keyClicks(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
-    QTRY_VERIFY(!openEditor(table));
-}
-
-} // namespace
-
 void ParameterBatchFillTest::newRowIsFilledAtOnce()
 {
     const LoadedEditor loaded;
-    loaded.editor->newRowSlot();
-    QCOMPARE(cells(loaded, 0),
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    QCOMPARE(loaded.list().texts(0, BatchDriver::ReadOnly, BatchDriver::Description),
              (QStringList{QString::fromUtf8("★"), "", "", "", "", "", "", "", "", "", "CPU VERSION"}));
 }
 
@@ -110,27 +64,28 @@ void ParameterBatchFillTest::codeFillsTheRowFromItsPage()
     QFETCH(int, page);
     QFETCH(QString, pageCode);
     const LoadedEditor loaded;
-    loaded.editor->newRowSlot();
-    setCode(loaded, 0, QStringLiteral("none"));
-    setCode(loaded, 0, code);
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().setCode(0, QStringLiteral("none"));
+    loaded.list().setCode(0, code);
     const int row = loaded.rowOf(page, pageCode);
     QVERIFY(row >= 0);
     QStringList wanted;
     for (int column = 0; column < 11; ++column)
         wanted.append(loaded.pages.at(page)->item(row, column)->text());
-    QCOMPARE(cells(loaded, 0), wanted);
+    QCOMPARE(loaded.list().texts(0, BatchDriver::ReadOnly, BatchDriver::Description), wanted);
     if (code == QLatin1String("Pn-401"))
-        QCOMPARE(cells(loaded, 0), (QStringList{"", "", "", "", "", "100.0", "0.1rpm", "-6000.0", "6000.0",
-                                                "100.0", "Internal speed command setting"}));
+        QCOMPARE(loaded.list().texts(0, BatchDriver::ReadOnly, BatchDriver::Description),
+                 (QStringList{"", "", "", "", "", "100.0", "0.1rpm", "-6000.0", "6000.0", "100.0",
+                              "Internal speed command setting"}));
 }
 
 void ParameterBatchFillTest::filledCellsAreCentredAndMarksHaveFontAndColour()
 {
     const LoadedEditor loaded;
     const QTableWidget *const table = loaded.batch->table();
-    loaded.editor->newRowSlot();
-    setCode(loaded, 0, QStringLiteral("Pn-004"));
-    QCOMPARE(cells(loaded, 0, 1, 5), (QStringList{"", QString::fromUtf8("■"), "", "", "H"}));
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().setCode(0, QStringLiteral("Pn-004"));
+    QCOMPARE(loaded.list().texts(0, 1, 5), (QStringList{"", QString::fromUtf8("■"), "", "", "H"}));
     for (int column = 1; column <= 12; ++column)
         QCOMPARE(Qt::Alignment(table->item(0, column)->textAlignment()), Qt::AlignCenter);
     QCOMPARE(table->item(0, 2)->foreground().color(), QColor(0, 0, 255));
@@ -161,25 +116,25 @@ void ParameterBatchFillTest::codeOfNoPageGivesF()
 {
     QFETCH(QString, code);
     const LoadedEditor loaded;
-    loaded.editor->newRowSlot();
-    setCode(loaded, 0, code);
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().setCode(0, code);
     QStringList wanted;
     for (int i = 0; i < 11; ++i)
-        wanted.append(QStringLiteral("F"));
-    QCOMPARE(cells(loaded, 0), wanted);
+        wanted.append(batchtext::unknown);
+    QCOMPARE(loaded.list().texts(0, BatchDriver::ReadOnly, BatchDriver::Description), wanted);
     for (int column = 1; column <= 11; ++column)
         QCOMPARE(Qt::Alignment(loaded.batch->table()->item(0, column)->textAlignment()), Qt::AlignCenter);
-    QCOMPARE(loaded.batch->table()->item(0, 12)->text(), QStringLiteral("default"));
+    QCOMPARE(loaded.list().text(0, 12), batchtext::notRead);
 }
 
 void ParameterBatchFillTest::presentValueOfThePageIsTaken()
 {
     const LoadedEditor loaded;
     loaded.value(0, loaded.rowOf(0, QStringLiteral("Pn-007")))->setText(QStringLiteral("321.0"));
-    loaded.editor->newRowSlot();
-    setCode(loaded, 0, QStringLiteral("Pn-007"));
-    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("321.0"));
-    QCOMPARE(loaded.batch->table()->item(0, 10)->text(), QStringLiteral("200.0"));
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().setCode(0, QStringLiteral("Pn-007"));
+    QCOMPARE(loaded.list().text(0, 6), QStringLiteral("321.0"));
+    QCOMPARE(loaded.list().text(0, 10), QStringLiteral("200.0"));
 }
 
 void ParameterBatchFillTest::codeIsSpeltAsOnThePage_data()
@@ -213,9 +168,9 @@ void ParameterBatchFillTest::codeIsSpeltAsOnThePage()
     QFETCH(QString, typed);
     QFETCH(QString, code);
     const LoadedEditor loaded;
-    loaded.editor->newRowSlot();
-    setCode(loaded, 0, typed);
-    QCOMPARE(loaded.batch->table()->item(0, 0)->text(), code);
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().setCode(0, typed);
+    QCOMPARE(loaded.list().text(0, 0), code);
 }
 
 void ParameterBatchFillTest::doubleClickTurnsEditingOnOrOff_data()
@@ -232,25 +187,25 @@ void ParameterBatchFillTest::doubleClickTurnsEditingOnOrOff()
     QFETCH(bool, edits);
     const LoadedEditor loaded;
     loaded.editor->editParaSlot();
-    loaded.editor->newRowSlot();
+    loaded.list().trigger(BatchDriver::NewRowTool);
     QTableWidget *const table = loaded.batch->table();
     // From the other state each time.
-    loaded.editor->Csv_DoubleClickedSlot(0, edits ? 1 : 0);
-    doubleClick(table, 0, column);
+    loaded.list().beginEditing(0, edits ? 1 : 0);
+    loaded.list().doubleClick(0, column);
     QCOMPARE(table->editTriggers() != QAbstractItemView::NoEditTriggers, edits);
-    QCOMPARE(openEditor(table) != nullptr, edits);
+    QCOMPARE(loaded.list().openEditor() != nullptr, edits);
 }
 
 void ParameterBatchFillTest::typedCodeFillsTheRow()
 {
     const LoadedEditor loaded;
     loaded.editor->editParaSlot();
-    loaded.editor->newRowSlot();
-    type(loaded.batch->table(), 0, 0, QStringLiteral("Pn-401"));
-    QCOMPARE(loaded.batch->table()->item(0, 0)->text(), QStringLiteral("Pn-401"));
-    QCOMPARE(loaded.batch->table()->item(0, 0)->checkState(), Qt::Checked);
-    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("100.0"));
-    QCOMPARE(loaded.batch->table()->item(0, 11)->text(), QStringLiteral("Internal speed command setting"));
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    QVERIFY(loaded.list().type(0, 0, QStringLiteral("Pn-401")));
+    QCOMPARE(loaded.list().text(0, 0), QStringLiteral("Pn-401"));
+    QVERIFY(loaded.list().isTicked(0));
+    QCOMPARE(loaded.list().text(0, 6), QStringLiteral("100.0"));
+    QCOMPARE(loaded.list().text(0, 11), QStringLiteral("Internal speed command setting"));
 }
 
 void ParameterBatchFillTest::typedCodeIsTransferredInItsWidth_data()
@@ -267,40 +222,35 @@ void ParameterBatchFillTest::typedCodeIsTransferredInItsWidth()
     QFETCH(QString, typed);
     LoadedEditor loaded;
     loaded.editor->editParaSlot();
-    loaded.editor->newRowSlot();
-    type(loaded.batch->table(), 0, 0, typed);
-    type(loaded.batch->table(), 0, 6, QStringLiteral("65541"));
-    ModalAnswers boxes;
-    boxes.expect(editortext::writingDone);
-    loaded.editor->writeCsvSlot();
-    QTRY_VERIFY(boxes.isDone());
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    QVERIFY(loaded.list().type(0, 0, typed));
+    QVERIFY(loaded.list().type(0, 6, QStringLiteral("65541")));
+    QVERIFY(loaded.list().write());
     const QByteArray readFrame = wire::frame("01 03 23 ec 00 02");
     QCOMPARE(loaded.peer.frames, (QList<QByteArray>{wire::frame("01 10 e3 ec 00 02 04 00 01 00 05"),
                                                     readFrame, readFrame, readFrame}));
     loaded.peer.frames.clear();
-    boxes.expect(editortext::readingDone);
-    loaded.editor->readParaCsvSlot();
-    QTRY_VERIFY(boxes.isDone());
+    QVERIFY(loaded.list().read());
     QCOMPARE(loaded.peer.frames, QList<QByteArray>{readFrame});
-    QCOMPARE(loaded.batch->table()->item(0, 12)->text(), QStringLiteral("65541"));
+    QCOMPARE(loaded.list().text(0, 12), QStringLiteral("65541"));
 }
 
 void ParameterBatchFillTest::typedValueStaysAndFillsNothing()
 {
     const LoadedEditor loaded;
     loaded.editor->editParaSlot();
-    loaded.editor->newRowSlot();
-    setCode(loaded, 0, QStringLiteral("Pn-401"));
-    const QStringList before = cells(loaded, 0, 7, 12);
-    type(loaded.batch->table(), 0, 6, QStringLiteral("12.5"));
-    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("12.5"));
-    QCOMPARE(cells(loaded, 0, 7, 12), before);
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().setCode(0, QStringLiteral("Pn-401"));
+    const QStringList before = loaded.list().texts(0, 7, 12);
+    QVERIFY(loaded.list().type(0, 6, QStringLiteral("12.5")));
+    QCOMPARE(loaded.list().text(0, 6), QStringLiteral("12.5"));
+    QCOMPARE(loaded.list().texts(0, 7, 12), before);
 }
 
 void ParameterBatchFillTest::onlyOneChangeIsHeardAfterADoubleClick()
 {
     const LoadedEditor loaded;
-    loaded.editor->newRowSlot();
+    loaded.list().trigger(BatchDriver::NewRowTool);
     QTableWidget *const table = loaded.batch->table();
     table->item(0, 0)->setText(QStringLiteral("Pn-007"));
     QCOMPARE(table->item(0, 11)->text(), QStringLiteral("CPU VERSION"));
@@ -313,13 +263,24 @@ void ParameterBatchFillTest::onlyOneChangeIsHeardAfterADoubleClick()
     QCOMPARE(table->item(0, 11)->text(), QStringLiteral("JOG speed value"));
 }
 
+void ParameterBatchFillTest::changeSlotFillsARowByItsCodeOnly()
+{
+    const LoadedEditor loaded;
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    loaded.list().setText(0, BatchDriver::Code, QStringLiteral("Pn-007"));
+    loaded.editor->Csv_ValueChangedSlot(0, BatchDriver::Value);
+    QCOMPARE(loaded.list().text(0, BatchDriver::Description), QStringLiteral("CPU VERSION"));
+    loaded.editor->Csv_ValueChangedSlot(0, BatchDriver::Code);
+    QCOMPARE(loaded.list().text(0, BatchDriver::Description), QStringLiteral("JOG speed value"));
+}
+
 void ParameterBatchFillTest::doubleClicksMakeOneLink()
 {
     const LoadedEditor loaded;
-    loaded.editor->newRowSlot();
+    loaded.list().trigger(BatchDriver::NewRowTool);
     QTableWidget *const table = loaded.batch->table();
     for (int i = 0; i < 3; ++i)
-        loaded.editor->Csv_DoubleClickedSlot(0, 0);
+        loaded.list().beginEditing(0, 0);
     // The first change takes the one link away; a second one would fill the row.
     table->item(0, 6)->setText(QStringLiteral("5"));
     table->item(0, 0)->setText(QStringLiteral("Pn-007"));
@@ -330,14 +291,14 @@ void ParameterBatchFillTest::otherColumnsAreNotOpenedByTheTabulator()
 {
     const LoadedEditor loaded;
     loaded.editor->editParaSlot();
-    loaded.editor->newRowSlot();
+    loaded.list().trigger(BatchDriver::NewRowTool);
     QTableWidget *const table = loaded.batch->table();
-    doubleClick(table, 0, 6);
-    QLineEdit *const editor = openEditor(table);
+    loaded.list().doubleClick(0, 6);
+    QLineEdit *const editor = loaded.list().openEditor();
     QVERIFY(editor);
     QTest::keyClicks(editor, QStringLiteral("7"));
     QTest::keyClick(editor, Qt::Key_Tab);
-    QTRY_VERIFY(!openEditor(table));
+    QTRY_VERIFY(!loaded.list().openEditor());
     QCOMPARE(table->item(0, 6)->text(), QStringLiteral("7"));
 }
 
@@ -345,17 +306,15 @@ void ParameterBatchFillTest::valueBeingTypedIsTakenByATool()
 {
     const LoadedEditor loaded;
     loaded.editor->editParaSlot();
-    loaded.editor->newRowSlot();
+    loaded.list().trigger(BatchDriver::NewRowTool);
     QVERIFY(QTest::qWaitForWindowActive(loaded.batch));
     QTableWidget *const table = loaded.batch->table();
-    doubleClick(table, 0, 6);
-    QLineEdit *const editor = openEditor(table);
+    loaded.list().doubleClick(0, 6);
+    QLineEdit *const editor = loaded.list().openEditor();
     QVERIFY(editor);
     QTest::keyClicks(editor, QStringLiteral("7"));
-    auto *const tools = loaded.batch->findChild<QToolBar *>();
-    QWidget *const button = tools->widgetForAction(tools->actions().constLast());
-    QTest::mouseClick(button, Qt::LeftButton);
-    QCOMPARE(table->item(0, 0)->checkState(), Qt::Unchecked);
+    loaded.list().click(BatchDriver::UntickAllTool);
+    QVERIFY(!loaded.list().isTicked(0));
     QCOMPARE(table->item(0, 6)->text(), QStringLiteral("7"));
 }
 

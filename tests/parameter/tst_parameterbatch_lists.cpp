@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Lists from files on their way to the drive: what of them is written, and in which width.
 #include "parameter/loadededitor.h"
+#include "support/batchtexts.h"
 #include "support/editortexts.h"
-#include "support/filedialoganswers.h"
 #include "support/modalanswers.h"
 #include "support/wire.h"
 
@@ -39,25 +39,7 @@ void open(const LoadedEditor &loaded, const QByteArray &list)
     if (!file.open(QIODevice::WriteOnly) || file.write(list) != list.size())
         qFatal("the test can't write its own file");
     file.close();
-    FileDialogAnswers dialogs;
-    dialogs.expect(QStringLiteral("open csv file"), name);
-    loaded.editor->openCsvSlot();
-}
-
-void write(const LoadedEditor &loaded)
-{
-    ModalAnswers boxes;
-    boxes.expect(editortext::writingDone);
-    loaded.editor->writeCsvSlot();
-    QTRY_VERIFY(boxes.isDone());
-}
-
-void read(const LoadedEditor &loaded)
-{
-    ModalAnswers boxes;
-    boxes.expect(editortext::readingDone);
-    loaded.editor->readParaCsvSlot();
-    QTRY_VERIFY(boxes.isDone());
+    loaded.list().openFile(name);
 }
 
 } // namespace
@@ -80,19 +62,19 @@ void ParameterBatchListsTest::codeSpeltOtherwiseIsTransferredInItsWidth()
     QFETCH(QByteArray, list);
     LoadedEditor loaded;
     open(loaded, list);
-    QCOMPARE(loaded.batch->table()->item(0, 0)->text(), QStringLiteral("Pn-A04"));
+    QCOMPARE(loaded.list().text(0, 0), QStringLiteral("Pn-A04"));
     // A code of fewer characters has its tick elsewhere in the line.
-    loaded.editor->selectAllSlot();
+    loaded.list().trigger(BatchDriver::TickAllTool);
     const QByteArray readFrame = wire::frame("01 03 23 ec 00 02");
-    write(loaded);
+    QVERIFY(loaded.list().write());
     QCOMPARE(loaded.peer.frames, (QList<QByteArray>{wire::frame("01 10 e3 ec 00 02 04 00 01 00 05"),
                                                     readFrame, readFrame, readFrame}));
     loaded.peer.frames.clear();
     loaded.peer.registers[0x23EC] = 2;
     loaded.peer.registers[0x23ED] = 3;
-    read(loaded);
+    QVERIFY(loaded.list().read());
     QCOMPARE(loaded.peer.frames, QList<QByteArray>{readFrame});
-    QCOMPARE(loaded.batch->table()->item(0, 12)->text(), QStringLiteral("131075"));
+    QCOMPARE(loaded.list().text(0, 12), QStringLiteral("131075"));
 }
 
 void ParameterBatchListsTest::readOnlyRowWithoutItsMarkIsNotWritten_data()
@@ -110,9 +92,9 @@ void ParameterBatchListsTest::readOnlyRowWithoutItsMarkIsNotWritten()
     QFETCH(QByteArray, list);
     const LoadedEditor loaded;
     open(loaded, list + writableRow);
-    QVERIFY(loaded.batch->isTicked(0));
-    QVERIFY(loaded.batch->isTicked(1));
-    write(loaded);
+    QVERIFY(loaded.list().isTicked(0));
+    QVERIFY(loaded.list().isTicked(1));
+    QVERIFY(loaded.list().write());
     QCOMPARE(loaded.peer.frames, writtenWritable);
 }
 
@@ -132,8 +114,8 @@ void ParameterBatchListsTest::reservedRowOfTheOtherLanguageIsNotWritten()
     QCOMPARE(loaded.pages.at(1)->item(loaded.rowOf(1, QStringLiteral("Pn-112")), 10)->text(),
              QStringLiteral("Reserved"));
     open(loaded, list + writableRow);
-    QVERIFY(loaded.batch->isTicked(0));
-    write(loaded);
+    QVERIFY(loaded.list().isTicked(0));
+    QVERIFY(loaded.list().write());
     QCOMPARE(loaded.peer.frames, writtenWritable);
 }
 
@@ -155,14 +137,12 @@ void ParameterBatchListsTest::unknownRowOfAParametersRegisterIsNotWritten()
     QFETCH(QString, code);
     QFETCH(bool, written);
     const LoadedEditor loaded;
-    loaded.editor->newRowSlot();
-    loaded.editor->Csv_DoubleClickedSlot(0, 0);
-    loaded.batch->table()->item(0, 0)->setText(code);
-    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("F"));
-    QCOMPARE(loaded.batch->table()->item(0, 11)->text(), QStringLiteral("F"));
+    loaded.list().addRow(code);
+    QCOMPARE(loaded.list().text(0, 6), batchtext::unknown);
+    QCOMPARE(loaded.list().text(0, 11), batchtext::unknown);
     // Typing a value makes no parameter of it.
-    loaded.batch->table()->item(0, 6)->setText(QStringLiteral("5"));
-    write(loaded);
+    loaded.list().setText(0, BatchDriver::Value, QStringLiteral("5"));
+    QVERIFY(loaded.list().write());
     QCOMPARE(loaded.peer.frames.size(), written ? 4 : 0);
 }
 
@@ -185,9 +165,9 @@ void ParameterBatchListsTest::fileThatIsNoListChangesNothing()
     boxes.expect(editortext::openFailed);
     open(loaded, list);
     QVERIFY(boxes.isDone());
-    QCOMPARE(loaded.batch->table()->rowCount(), 1);
-    QCOMPARE(loaded.batch->table()->item(0, 0)->text(), QStringLiteral("Pn-008"));
-    QVERIFY(loaded.batch->isTicked(0));
+    QCOMPARE(loaded.list().rowCount(), 1);
+    QCOMPARE(loaded.list().text(0, 0), QStringLiteral("Pn-008"));
+    QVERIFY(loaded.list().isTicked(0));
 }
 
 QTEST_MAIN(ParameterBatchListsTest)

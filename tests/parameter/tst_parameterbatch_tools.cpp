@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The tool bar of the batch window: what each tool looks like and what it sets going.
 #include "parameter/loadededitor.h"
+#include "support/batchtexts.h"
 #include "support/editortexts.h"
 #include "support/eventcount.h"
 #include "support/filedialoganswers.h"
@@ -11,114 +12,99 @@
 #include <QProgressDialog>
 #include <QToolBar>
 
+#include <functional>
+
 namespace {
 
-// Does what a tool needs, triggers it and looks at what has come of it.
-using Trial = void (*)(LoadedEditor &loaded, QAction *tool);
-
-int rowCount(const LoadedEditor &loaded)
-{
-    return loaded.batch->table()->rowCount();
-}
-
-Qt::CheckState tick(const LoadedEditor &loaded, int row)
-{
-    return loaded.batch->table()->item(row, 0)->checkState();
-}
-
-void addRow(const LoadedEditor &loaded, const QString &code, const QString &value)
-{
-    loaded.editor->newRowSlot();
-    QTableWidget *const table = loaded.batch->table();
-    loaded.editor->Csv_DoubleClickedSlot(table->rowCount() - 1, 0);
-    table->item(table->rowCount() - 1, 0)->setText(code);
-    table->item(table->rowCount() - 1, 6)->setText(value);
-}
+// Does what a tool needs, runs it and looks at what has come of it.
+using Run = std::function<void()>;
+using Trial = void (*)(LoadedEditor &loaded, const Run &run);
+using Slot = void (ParameterEditor::*)();
 
 // The tool asks for a file, is refused one and does nothing else.
-void asksForAFile(LoadedEditor &loaded, QAction *tool, const QString &title, QFileDialog::AcceptMode mode)
+void asksForAFile(LoadedEditor &loaded, const Run &run, const QString &title, QFileDialog::AcceptMode mode)
 {
     const ModalAnswers noBox;
     FileDialogAnswers dialogs;
     dialogs.expectCancelled(title);
-    tool->trigger();
+    run();
     QCOMPARE(dialogs.seen.size(), 1);
     QCOMPARE(dialogs.seen.first().acceptMode, mode);
-    QCOMPARE(rowCount(loaded), 0);
+    QCOMPARE(loaded.list().rowCount(), 0);
     QVERIFY(loaded.peer.frames.isEmpty());
 }
 
-void opensAFile(LoadedEditor &loaded, QAction *tool)
+void opensAFile(LoadedEditor &loaded, const Run &run)
 {
-    asksForAFile(loaded, tool, QStringLiteral("open csv file"), QFileDialog::AcceptOpen);
+    asksForAFile(loaded, run, batchtext::openDialog, QFileDialog::AcceptOpen);
 }
 
-void savesAFile(LoadedEditor &loaded, QAction *tool)
+void savesAFile(LoadedEditor &loaded, const Run &run)
 {
-    asksForAFile(loaded, tool, QStringLiteral("Save csv file"), QFileDialog::AcceptSave);
+    asksForAFile(loaded, run, batchtext::saveDialog, QFileDialog::AcceptSave);
 }
 
-void reads(LoadedEditor &loaded, QAction *tool)
+void reads(LoadedEditor &loaded, const Run &run)
 {
-    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("123.4"));
+    loaded.list().addRow(QStringLiteral("Pn-007"), QStringLiteral("123.4"));
     loaded.peer.registers[0x2007] = 2000;
     ModalAnswers boxes;
     boxes.expect(editortext::readingDone);
-    tool->trigger();
+    run();
     QTRY_VERIFY(boxes.isDone());
     QCOMPARE(loaded.peer.frames, QList<QByteArray>{wire::frame("01 03 20 07 00 01")});
-    QCOMPARE(loaded.batch->table()->item(0, 12)->text(), QStringLiteral("200.0"));
+    QCOMPARE(loaded.list().text(0, 12), QStringLiteral("200.0"));
 }
 
-void writes(LoadedEditor &loaded, QAction *tool)
+void writes(LoadedEditor &loaded, const Run &run)
 {
-    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("123.4"));
+    loaded.list().addRow(QStringLiteral("Pn-007"), QStringLiteral("123.4"));
     ModalAnswers boxes;
     boxes.expect(editortext::writingDone);
-    tool->trigger();
+    run();
     QTRY_VERIFY(boxes.isDone());
     const QByteArray readBack = wire::frame("01 03 20 07 00 01");
     QCOMPARE(loaded.peer.frames,
              (QList<QByteArray>{wire::frame("01 10 e0 07 00 01 02 04 d2"), readBack, readBack, readBack}));
 }
 
-void addsARow(LoadedEditor &loaded, QAction *tool)
+void addsARow(LoadedEditor &loaded, const Run &run)
 {
-    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("123.4"));
-    tool->trigger();
-    QCOMPARE(rowCount(loaded), 2);
-    QCOMPARE(loaded.batch->table()->item(0, 0)->text(), QStringLiteral("Pn-007"));
-    QCOMPARE(loaded.batch->table()->item(1, 0)->text(), QStringLiteral("Pn-000"));
+    loaded.list().addRow(QStringLiteral("Pn-007"), QStringLiteral("123.4"));
+    run();
+    QCOMPARE(loaded.list().rowCount(), 2);
+    QCOMPARE(loaded.list().text(0, 0), QStringLiteral("Pn-007"));
+    QCOMPARE(loaded.list().text(1, 0), QStringLiteral("Pn-000"));
 }
 
-void removesARow(LoadedEditor &loaded, QAction *tool)
+void removesARow(LoadedEditor &loaded, const Run &run)
 {
-    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("123.4"));
-    addRow(loaded, QStringLiteral("Pn-401"), QStringLiteral("1.0"));
-    tool->trigger();
-    QCOMPARE(rowCount(loaded), 1);
-    QCOMPARE(loaded.batch->table()->item(0, 0)->text(), QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-007"), QStringLiteral("123.4"));
+    loaded.list().addRow(QStringLiteral("Pn-401"), QStringLiteral("1.0"));
+    run();
+    QCOMPARE(loaded.list().rowCount(), 1);
+    QCOMPARE(loaded.list().text(0, 0), QStringLiteral("Pn-007"));
 }
 
-void ticksAll(LoadedEditor &loaded, QAction *tool)
+void ticksAll(LoadedEditor &loaded, const Run &run)
 {
     for (const char *code : {"Pn-007", "Pn-401", "Pn-300"})
-        addRow(loaded, QLatin1String(code), QStringLiteral("1"));
+        loaded.list().addRow(QLatin1String(code), QStringLiteral("1"));
     for (int row = 0; row < 2; ++row)
-        loaded.batch->table()->item(row, 0)->setCheckState(Qt::Unchecked);
-    tool->trigger();
+        loaded.list().tick(row, false);
+    run();
     for (int row = 0; row < 3; ++row)
-        QCOMPARE(tick(loaded, row), Qt::Checked);
+        QVERIFY(loaded.list().isTicked(row));
 }
 
-void unticksAll(LoadedEditor &loaded, QAction *tool)
+void unticksAll(LoadedEditor &loaded, const Run &run)
 {
     for (const char *code : {"Pn-007", "Pn-401", "Pn-300"})
-        addRow(loaded, QLatin1String(code), QStringLiteral("1"));
-    loaded.batch->table()->item(1, 0)->setCheckState(Qt::Unchecked);
-    tool->trigger();
+        loaded.list().addRow(QLatin1String(code), QStringLiteral("1"));
+    loaded.list().tick(1, false);
+    run();
     for (int row = 0; row < 3; ++row)
-        QCOMPARE(tick(loaded, row), Qt::Unchecked);
+        QVERIFY(!loaded.list().isTicked(row));
 }
 
 QImage comparable(const QImage &image)
@@ -129,6 +115,7 @@ QImage comparable(const QImage &image)
 } // namespace
 
 Q_DECLARE_METATYPE(Trial)
+Q_DECLARE_METATYPE(Slot)
 
 class ParameterBatchToolsTest : public QObject
 {
@@ -137,26 +124,28 @@ class ParameterBatchToolsTest : public QObject
 private slots:
     void toolLooksAndWorksAsItShould_data();
     void toolLooksAndWorksAsItShould();
+    void slotDoesWhatItsToolDoes_data();
+    void slotDoesWhatItsToolDoes();
     void emptyListWrittenFlashesTheDialogAndIsTold();
 };
 
 void ParameterBatchToolsTest::toolLooksAndWorksAsItShould_data()
 {
-    QTest::addColumn<int>("place"); // in the tool bar, where 2 and 3 are the separator and the gap
+    QTest::addColumn<int>("place");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("picture");
     QTest::addColumn<Trial>("trial");
-    const auto row = [](int place, const char *text, const char *picture, Trial trial) {
-        QTest::newRow(text) << place << QString::fromLatin1(text) << QString::fromLatin1(picture) << trial;
+    const auto row = [](BatchDriver::Tool place, const QString &text, const char *picture, Trial trial) {
+        QTest::newRow(qPrintable(text)) << int(place) << text << QString::fromLatin1(picture) << trial;
     };
-    row(0, "open parameter file", "open file.png", opensAFile);
-    row(1, "save parameter file", "save.png", savesAFile);
-    row(4, "read parameter", "downarrow.png", reads);
-    row(5, "write parameter file", "uparrow.png", writes);
-    row(6, "newRow", "add.png", addsARow);
-    row(7, "deleteRow", "sub.png", removesARow);
-    row(8, "selectAll", "selectAll.png", ticksAll);
-    row(9, "deselectAll", "deselectAll.png", unticksAll);
+    row(BatchDriver::OpenTool, batchtext::openTool, "open file.png", opensAFile);
+    row(BatchDriver::SaveTool, batchtext::saveTool, "save.png", savesAFile);
+    row(BatchDriver::ReadTool, batchtext::readTool, "downarrow.png", reads);
+    row(BatchDriver::WriteTool, batchtext::writeTool, "uparrow.png", writes);
+    row(BatchDriver::NewRowTool, batchtext::newRowTool, "add.png", addsARow);
+    row(BatchDriver::DeleteRowTool, batchtext::deleteRowTool, "sub.png", removesARow);
+    row(BatchDriver::TickAllTool, batchtext::tickAllTool, "selectAll.png", ticksAll);
+    row(BatchDriver::UntickAllTool, batchtext::untickAllTool, "deselectAll.png", unticksAll);
 }
 
 void ParameterBatchToolsTest::toolLooksAndWorksAsItShould()
@@ -166,7 +155,7 @@ void ParameterBatchToolsTest::toolLooksAndWorksAsItShould()
     QFETCH(QString, picture);
     QFETCH(Trial, trial);
     LoadedEditor loaded;
-    const QList<QAction *> tools = loaded.batch->findChild<QToolBar *>()->actions();
+    const QList<QAction *> tools = loaded.list().tools();
     QCOMPARE(tools.size(), 10);
     QAction *const tool = tools.at(place);
     QCOMPARE(tool->text(), text);
@@ -174,7 +163,30 @@ void ParameterBatchToolsTest::toolLooksAndWorksAsItShould()
     const QImage wanted(QStringLiteral(":/pic/pic/") + picture);
     QVERIFY(!wanted.isNull());
     QCOMPARE(comparable(tool->icon().pixmap(wanted.size()).toImage()), comparable(wanted));
-    trial(loaded, tool);
+    trial(loaded, [tool] { tool->trigger(); });
+}
+
+void ParameterBatchToolsTest::slotDoesWhatItsToolDoes_data()
+{
+    QTest::addColumn<Slot>("slot");
+    QTest::addColumn<Trial>("trial");
+    const auto row = [](const char *name, Slot slot, Trial trial) { QTest::newRow(name) << slot << trial; };
+    row("openCsvSlot", &ParameterEditor::openCsvSlot, opensAFile);
+    row("saveCsvSlot", &ParameterEditor::saveCsvSlot, savesAFile);
+    row("readParaCsvSlot", &ParameterEditor::readParaCsvSlot, reads);
+    row("writeCsvSlot", &ParameterEditor::writeCsvSlot, writes);
+    row("newRowSlot", &ParameterEditor::newRowSlot, addsARow);
+    row("deleteRowSlot", &ParameterEditor::deleteRowSlot, removesARow);
+    row("selectAllSlot", &ParameterEditor::selectAllSlot, ticksAll);
+    row("deselectAllSlot", &ParameterEditor::deselectAllSlot, unticksAll);
+}
+
+void ParameterBatchToolsTest::slotDoesWhatItsToolDoes()
+{
+    QFETCH(Slot, slot);
+    QFETCH(Trial, trial);
+    LoadedEditor loaded;
+    trial(loaded, [&loaded, slot] { (loaded.editor.get()->*slot)(); });
 }
 
 void ParameterBatchToolsTest::emptyListWrittenFlashesTheDialogAndIsTold()
@@ -189,7 +201,7 @@ void ParameterBatchToolsTest::emptyListWrittenFlashesTheDialogAndIsTold()
         hidesBeforeTheBox = hides.count;
         box->accept();
     });
-    loaded.editor->writeCsvSlot();
+    loaded.list().trigger(BatchDriver::WriteTool);
     QVERIFY(boxes.isDone());
     QCOMPARE(shows.count, 1);
     QCOMPARE(hidesBeforeTheBox, 1);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/serialport.h"
 #include "parameter/loadededitor.h"
+#include "support/batchtexts.h"
 #include "support/editortexts.h"
 #include "support/modalanswers.h"
 #include "support/wire.h"
@@ -43,41 +44,9 @@ namespace {
 const QString &readDone = editortext::readingDone;
 const QString &writeDone = editortext::writingDone;
 
-void addRow(const LoadedEditor &loaded, const QString &code, const QString &value = QString())
-{
-    loaded.editor->newRowSlot();
-    QTableWidget *const table = loaded.batch->table();
-    const int row = table->rowCount() - 1;
-    loaded.editor->Csv_DoubleClickedSlot(row, 0);
-    table->item(row, 0)->setText(code);
-    if (!value.isEmpty())
-        table->item(row, 6)->setText(value);
-}
-
 QProgressDialog *progress(const LoadedEditor &loaded)
 {
     return loaded.editor->findChild<QProgressDialog *>();
-}
-
-QString real(const LoadedEditor &loaded, int row)
-{
-    return loaded.batch->table()->item(row, 12)->text();
-}
-
-void read(const LoadedEditor &loaded)
-{
-    ModalAnswers boxes;
-    boxes.expect(readDone);
-    loaded.editor->readParaCsvSlot();
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
-}
-
-void write(const LoadedEditor &loaded)
-{
-    ModalAnswers boxes;
-    boxes.expect(writeDone);
-    loaded.editor->writeCsvSlot();
-    QTRY_VERIFY_WITH_TIMEOUT(boxes.isDone(), 60000);
 }
 
 QByteArray silent(const QByteArray &, const QByteArray &)
@@ -105,12 +74,12 @@ void ParameterBatchTransferTest::cleanup()
 void ParameterBatchTransferTest::readAsksForEveryRowTickedOrNot()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
-    addRow(loaded, QStringLiteral("Pn-401"));
-    addRow(loaded, QStringLiteral("Pn-000"));
-    addRow(loaded, QStringLiteral("Pn-A04"));
-    loaded.batch->table()->item(1, 0)->setCheckState(Qt::Unchecked);
-    read(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-401"));
+    loaded.list().addRow(QStringLiteral("Pn-000"));
+    loaded.list().addRow(QStringLiteral("Pn-A04"));
+    loaded.list().tick(1, false);
+    QVERIFY(loaded.list().read());
     QCOMPARE(loaded.peer.frames,
              (QList<QByteArray>{wire::frame("01 03 20 07 00 01"), wire::frame("01 03 21 91 00 02"),
                                 wire::frame("01 03 20 00 00 01"), wire::frame("01 03 23 ec 00 02")}));
@@ -120,32 +89,32 @@ void ParameterBatchTransferTest::readAsksForEveryRowTickedOrNot()
 void ParameterBatchTransferTest::readShowsTheValuesBesideTheList()
 {
     LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("5"));
-    addRow(loaded, QStringLiteral("Pn-401"));
-    addRow(loaded, QStringLiteral("Pn-300"));
-    addRow(loaded, QStringLiteral("Pn-253"));
-    addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-007"), QStringLiteral("5"));
+    loaded.list().addRow(QStringLiteral("Pn-401"));
+    loaded.list().addRow(QStringLiteral("Pn-300"));
+    loaded.list().addRow(QStringLiteral("Pn-253"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
     loaded.peer.registers[0x2007] = 2000;
     loaded.peer.registers[0x2191] = 0xFFFF;
     loaded.peer.registers[0x2192] = 0xFC18;
     loaded.peer.registers[0x212C] = 0x0A11;
     loaded.peer.registers[0x20FD] = 0xFFFF;
-    read(loaded);
-    QCOMPARE(real(loaded, 0), QStringLiteral("200.0"));
-    QCOMPARE(real(loaded, 1), QStringLiteral("-100.0"));
-    QCOMPARE(real(loaded, 2), QStringLiteral("0x0A11"));
-    QCOMPARE(real(loaded, 3), QStringLiteral("-1"));
-    QCOMPARE(real(loaded, 4), QStringLiteral("200.0"));
+    QVERIFY(loaded.list().read());
+    QCOMPARE(loaded.list().text(0, BatchDriver::Real), QStringLiteral("200.0"));
+    QCOMPARE(loaded.list().text(1, BatchDriver::Real), QStringLiteral("-100.0"));
+    QCOMPARE(loaded.list().text(2, BatchDriver::Real), QStringLiteral("0x0A11"));
+    QCOMPARE(loaded.list().text(3, BatchDriver::Real), QStringLiteral("-1"));
+    QCOMPARE(loaded.list().text(4, BatchDriver::Real), QStringLiteral("200.0"));
     QCOMPARE(Qt::Alignment(loaded.batch->table()->item(0, 12)->textAlignment()), Qt::AlignCenter);
     // Neither the value to write nor the page is touched.
-    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("5"));
+    QCOMPARE(loaded.list().text(0, BatchDriver::Value), QStringLiteral("5"));
     QCOMPARE(loaded.value(4, loaded.rowOf(4, QStringLiteral("Pn-401")))->text(), QStringLiteral("100.0"));
 }
 
 void ParameterBatchTransferTest::readOfAnEmptyListIsCompleteAtOnce()
 {
     const LoadedEditor loaded;
-    read(loaded);
+    QVERIFY(loaded.list().read());
     QVERIFY(loaded.peer.frames.isEmpty());
     QVERIFY(!progress(loaded)->isVisible());
 }
@@ -155,14 +124,14 @@ void ParameterBatchTransferTest::readOfflineEndsWithoutAMessage()
     LoadedEditor loaded;
     loaded.peer.intercept = silent;
     QVERIFY(!SerialPort::portOpened);
-    addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
     const ModalAnswers noBox;
-    loaded.editor->readParaCsvSlot();
+    loaded.list().trigger(BatchDriver::ReadTool);
     QCOMPARE(loaded.peer.frames.size(), 1);
     QVERIFY(progress(loaded)->isVisible());
     QTRY_VERIFY(!progress(loaded)->isVisible());
     QVERIFY(noBox.seen.isEmpty());
-    QCOMPARE(real(loaded, 0), QStringLiteral("default"));
+    QCOMPARE(loaded.list().text(0, BatchDriver::Real), batchtext::notRead);
 }
 
 void ParameterBatchTransferTest::readWithoutAReplyClosesTheDialogSilently()
@@ -171,48 +140,49 @@ void ParameterBatchTransferTest::readWithoutAReplyClosesTheDialogSilently()
     loaded.peer.intercept = [](const QByteArray &request, const QByteArray &reply) {
         return request == wire::frame("01 03 21 91 00 02") ? QByteArray() : reply;
     };
-    addRow(loaded, QStringLiteral("Pn-007"));
-    addRow(loaded, QStringLiteral("Pn-401"));
-    addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-401"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
     const ModalAnswers noBox;
-    loaded.editor->readParaCsvSlot();
+    loaded.list().trigger(BatchDriver::ReadTool);
     QTRY_COMPARE(loaded.peer.frames.size(), 2);
     QTRY_VERIFY(!progress(loaded)->isVisible());
-    QCOMPARE(real(loaded, 0), QStringLiteral("0.0"));
-    QCOMPARE(real(loaded, 1), QStringLiteral("default"));
+    QCOMPARE(loaded.list().text(0, BatchDriver::Real), QStringLiteral("0.0"));
+    QCOMPARE(loaded.list().text(1, BatchDriver::Real), batchtext::notRead);
     QCOMPARE(loaded.peer.frames.size(), 2);
 }
 
 void ParameterBatchTransferTest::readAfterATimeOutWorksThroughWhatIsLeftFirst()
 {
     LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
-    addRow(loaded, QStringLiteral("Pn-008"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-008"));
     loaded.peer.registers[0x2007] = 70;
     loaded.peer.registers[0x2008] = 80;
     loaded.peer.intercept = silent;
-    loaded.editor->readParaCsvSlot();
+    loaded.list().trigger(BatchDriver::ReadTool);
     QTRY_VERIFY(!progress(loaded)->isVisible());
     loaded.peer.intercept = nullptr;
     loaded.peer.frames.clear();
-    read(loaded);
+    QVERIFY(loaded.list().read());
     const QByteArray first = wire::frame("01 03 20 07 00 01");
     const QByteArray second = wire::frame("01 03 20 08 00 01");
     QCOMPARE(loaded.peer.frames, (QList<QByteArray>{first, second, first, second}));
-    QCOMPARE(real(loaded, 0), QStringLiteral("7.0"));
-    QCOMPARE(real(loaded, 1), QStringLiteral("80"));
+    QCOMPARE(loaded.list().text(0, BatchDriver::Real), QStringLiteral("7.0"));
+    QCOMPARE(loaded.list().text(1, BatchDriver::Real), QStringLiteral("80"));
 }
 
 void ParameterBatchTransferTest::readShowsItsProgress()
 {
     LoadedEditor loaded;
-    read(loaded); // a read that comes to its end puts the count back, which a time-out leaves
+    QVERIFY(
+        loaded.list().read()); // a read that comes to its end puts the count back, which a time-out leaves
     for (int i = 0; i < 3; ++i)
-        addRow(loaded, QStringLiteral("Pn-007"));
+        loaded.list().addRow(QStringLiteral("Pn-007"));
     loaded.peer.held = true;
     ModalAnswers boxes;
     boxes.expect(readDone);
-    loaded.editor->readParaCsvSlot();
+    loaded.list().trigger(BatchDriver::ReadTool);
     QVERIFY(progress(loaded)->isVisible());
     QVERIFY(progress(loaded)->isModal());
     QCOMPARE(progress(loaded)->labelText(), QStringLiteral("Reading..."));
@@ -227,24 +197,24 @@ void ParameterBatchTransferTest::readShowsItsProgress()
 void ParameterBatchTransferTest::readCountsWhatATimeOutHasLeft()
 {
     LoadedEditor loaded;
-    read(loaded); // puts the count back
-    addRow(loaded, QStringLiteral("Pn-007"));
-    addRow(loaded, QStringLiteral("Pn-008"));
+    QVERIFY(loaded.list().read()); // puts the count back
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-008"));
     const QByteArray second = wire::frame("01 03 20 08 00 01");
     loaded.peer.intercept = [&second](const QByteArray &request, const QByteArray &reply) {
         return request == second ? QByteArray() : reply;
     };
-    loaded.editor->readParaCsvSlot();
+    loaded.list().trigger(BatchDriver::ReadTool);
     QTRY_COMPARE(loaded.peer.frames.size(), 2);
     QTRY_VERIFY(!progress(loaded)->isVisible());
 
     // One code is left in the queue, and the count stands at two.
-    addRow(loaded, QStringLiteral("Pn-009"));
+    loaded.list().addRow(QStringLiteral("Pn-009"));
     loaded.peer.intercept = nullptr;
     loaded.peer.held = true;
     ModalAnswers boxes;
     boxes.expect(readDone);
-    loaded.editor->readParaCsvSlot();
+    loaded.list().trigger(BatchDriver::ReadTool);
     QVERIFY(progress(loaded)->isVisible());
     QCOMPARE(progress(loaded)->minimum(), 0);
     QCOMPARE(progress(loaded)->maximum(), 1 + 3 + 1);
@@ -263,7 +233,7 @@ void ParameterBatchTransferTest::readCountsWhatATimeOutHasLeft()
     loaded.peer.intercept = nullptr;
     loaded.peer.held = true;
     boxes.expect(readDone);
-    loaded.editor->readParaCsvSlot();
+    loaded.list().trigger(BatchDriver::ReadTool);
     QCOMPARE(progress(loaded)->maximum(), 3 + 1);
     QCOMPARE(progress(loaded)->value(), 1);
     loaded.peer.release();
@@ -274,19 +244,19 @@ void ParameterBatchTransferTest::readCountGoesOnInTheNextEditor()
 {
     {
         LoadedEditor loaded;
-        read(loaded); // puts the count back
-        addRow(loaded, QStringLiteral("Pn-007"));
+        QVERIFY(loaded.list().read()); // puts the count back
+        loaded.list().addRow(QStringLiteral("Pn-007"));
         loaded.peer.intercept = silent;
-        loaded.editor->readParaCsvSlot();
+        loaded.list().trigger(BatchDriver::ReadTool);
         QTRY_VERIFY(!progress(loaded)->isVisible());
     }
     LoadedEditor loaded;
     for (int i = 0; i < 3; ++i)
-        addRow(loaded, QStringLiteral("Pn-007"));
+        loaded.list().addRow(QStringLiteral("Pn-007"));
     loaded.peer.held = true;
     ModalAnswers boxes;
     boxes.expect(readDone);
-    loaded.editor->readParaCsvSlot();
+    loaded.list().trigger(BatchDriver::ReadTool);
     QCOMPARE(progress(loaded)->maximum(), 3 + 1);
     QCOMPARE(progress(loaded)->value(), 2);
     loaded.peer.release();
@@ -296,10 +266,10 @@ void ParameterBatchTransferTest::readCountGoesOnInTheNextEditor()
 void ParameterBatchTransferTest::writeShowsItsProgress()
 {
     LoadedEditor loaded;
-    write(loaded); // puts the count back
-    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("1.0"));
-    addRow(loaded, QStringLiteral("Pn-000")); // read-only, so it does not count
-    addRow(loaded, QStringLiteral("Pn-008"), QStringLiteral("1"));
+    QVERIFY(loaded.list().write()); // puts the count back
+    loaded.list().addRow(QStringLiteral("Pn-007"), QStringLiteral("1.0"));
+    loaded.list().addRow(QStringLiteral("Pn-000")); // read-only, so it does not count
+    loaded.list().addRow(QStringLiteral("Pn-008"), QStringLiteral("1"));
     QList<int> values;
     loaded.peer.intercept = [&](const QByteArray &request, const QByteArray &reply) {
         if (request.at(1) == 0x03)
@@ -309,7 +279,7 @@ void ParameterBatchTransferTest::writeShowsItsProgress()
     loaded.peer.held = true;
     ModalAnswers boxes;
     boxes.expect(writeDone);
-    loaded.editor->writeCsvSlot();
+    loaded.list().trigger(BatchDriver::WriteTool);
     QVERIFY(progress(loaded)->isVisible());
     QVERIFY(progress(loaded)->isModal());
     QCOMPARE(progress(loaded)->labelText(), QStringLiteral("Writing..."));
@@ -325,10 +295,10 @@ void ParameterBatchTransferTest::writeShowsItsProgress()
 void ParameterBatchTransferTest::writeSendsEachRowAndThreeReadBacks()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("123.4"));
-    addRow(loaded, QStringLiteral("Pn-401"), QStringLiteral("-100.0"));
-    addRow(loaded, QStringLiteral("Pn-300"), QStringLiteral("0x0011"));
-    write(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-007"), QStringLiteral("123.4"));
+    loaded.list().addRow(QStringLiteral("Pn-401"), QStringLiteral("-100.0"));
+    loaded.list().addRow(QStringLiteral("Pn-300"), QStringLiteral("0x0011"));
+    QVERIFY(loaded.list().write());
     const QByteArray first = wire::frame("01 03 20 07 00 01");
     const QByteArray second = wire::frame("01 03 21 91 00 02");
     const QByteArray third = wire::frame("01 03 21 2c 00 01");
@@ -341,15 +311,15 @@ void ParameterBatchTransferTest::writeSendsEachRowAndThreeReadBacks()
 void ParameterBatchTransferTest::writeLeavesOutUntickedReadOnlyAndReservedRows()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-000")); // read-only
-    addRow(loaded, QStringLiteral("Pn-112"));
-    QCOMPARE(loaded.batch->table()->item(1, 11)->text(), QStringLiteral("Reserved"));
-    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("1.0"));
-    loaded.batch->table()->item(2, 0)->setCheckState(Qt::Unchecked);
-    addRow(loaded, QStringLiteral("Pn-340")); // spelt otherwise, so it counts
-    QCOMPARE(loaded.batch->table()->item(3, 11)->text(), QStringLiteral("Resevred"));
-    loaded.batch->table()->item(3, 6)->setText(QStringLiteral("1"));
-    write(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-000")); // read-only
+    loaded.list().addRow(QStringLiteral("Pn-112"));
+    QCOMPARE(loaded.list().text(1, BatchDriver::Description), QStringLiteral("Reserved"));
+    loaded.list().addRow(QStringLiteral("Pn-007"), QStringLiteral("1.0"));
+    loaded.list().tick(2, false);
+    loaded.list().addRow(QStringLiteral("Pn-340")); // spelt otherwise, so it counts
+    QCOMPARE(loaded.list().text(3, BatchDriver::Description), QStringLiteral("Resevred"));
+    loaded.list().setText(3, BatchDriver::Value, QStringLiteral("1"));
+    QVERIFY(loaded.list().write());
     QCOMPARE(loaded.peer.frames.first(), wire::frame("01 10 e1 54 00 02 04 00 00 00 01"));
     QCOMPARE(loaded.peer.frames.size(), 4);
 }
@@ -359,32 +329,32 @@ void ParameterBatchTransferTest::writeLeavesOutWhatTheInterfaceCallsReserved()
     ReservedTranslator translator;
     QCoreApplication::installTranslator(&translator);
     const LoadedEditor loaded(QStringLiteral("zh_CN"));
-    addRow(loaded, QStringLiteral("Pn-112"));
-    QCOMPARE(loaded.batch->table()->item(0, 11)->text(), QString::fromUtf8("保留"));
-    write(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-112"));
+    QCOMPARE(loaded.list().text(0, BatchDriver::Description), QString::fromUtf8("保留"));
+    QVERIFY(loaded.list().write());
     QVERIFY(loaded.peer.frames.isEmpty());
 }
 
 void ParameterBatchTransferTest::writeSendsAnUnknownRowAsZero()
 {
     const LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-C05"));
-    QCOMPARE(loaded.batch->table()->item(0, 6)->text(), QStringLiteral("F"));
-    write(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-C05"));
+    QCOMPARE(loaded.list().text(0, BatchDriver::Value), batchtext::unknown);
+    QVERIFY(loaded.list().write());
     QCOMPARE(loaded.peer.frames.first(), wire::frame("01 10 e4 b5 00 01 02 00 00"));
 }
 
 void ParameterBatchTransferTest::writeGoesOnUntilTheDriveHoldsTheValue()
 {
     LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"), QStringLiteral("1.0"));
+    loaded.list().addRow(QStringLiteral("Pn-007"), QStringLiteral("1.0"));
     int readBacks = 0;
     loaded.peer.intercept = [&readBacks](const QByteArray &request, const QByteArray &reply) {
         if (request.at(1) == 0x03 && ++readBacks <= 4)
             return wire::readReply(wire::bytes("00 09"));
         return reply;
     };
-    write(loaded);
+    QVERIFY(loaded.list().write());
     QCOMPARE(loaded.peer.frames.size(), 1 + 4 + 3);
 }
 
@@ -392,10 +362,10 @@ void ParameterBatchTransferTest::writeWithoutAReplyIsTold()
 {
     LoadedEditor loaded;
     loaded.peer.intercept = silent;
-    addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
     ModalAnswers boxes;
     boxes.expect(editortext::writeTimeout);
-    loaded.editor->writeCsvSlot();
+    loaded.list().trigger(BatchDriver::WriteTool);
     QTRY_VERIFY(boxes.isDone());
     QVERIFY(!progress(loaded)->isVisible());
     QCOMPARE(loaded.peer.frames.size(), 1);
@@ -407,9 +377,9 @@ void ParameterBatchTransferTest::readBackWithoutAReplyClosesTheDialogSilently()
     loaded.peer.intercept = [](const QByteArray &request, const QByteArray &reply) {
         return request.at(1) == 0x03 ? QByteArray() : reply;
     };
-    addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
     const ModalAnswers noBox;
-    loaded.editor->writeCsvSlot();
+    loaded.list().trigger(BatchDriver::WriteTool);
     QTRY_COMPARE(loaded.peer.frames.size(), 2);
     QTRY_VERIFY(!progress(loaded)->isVisible());
 }
@@ -419,8 +389,8 @@ void ParameterBatchTransferTest::coloursOfThePagesStayAfterABatchWrite()
     const LoadedEditor loaded;
     loaded.value(0, 7)->setForeground(Qt::red);
     loaded.value(1, 0)->setForeground(Qt::blue);
-    addRow(loaded, QStringLiteral("Pn-007"));
-    write(loaded);
+    loaded.list().addRow(QStringLiteral("Pn-007"));
+    QVERIFY(loaded.list().write());
     QCOMPARE(loaded.value(0, 7)->foreground().color(), QColor(Qt::red));
     QCOMPARE(loaded.value(1, 0)->foreground().color(), QColor(Qt::blue));
 }
@@ -428,12 +398,12 @@ void ParameterBatchTransferTest::coloursOfThePagesStayAfterABatchWrite()
 void ParameterBatchTransferTest::pageWriteAfterAFailedBatchWriteResetsTheColours()
 {
     LoadedEditor loaded;
-    addRow(loaded, QStringLiteral("Pn-007"));
+    loaded.list().addRow(QStringLiteral("Pn-007"));
     loaded.value(0, 7)->setForeground(Qt::red);
     loaded.peer.intercept = silent;
     ModalAnswers boxes;
     boxes.expect(editortext::writeTimeout);
-    loaded.editor->writeCsvSlot();
+    loaded.list().trigger(BatchDriver::WriteTool);
     QTRY_VERIFY(boxes.isDone());
     loaded.peer.intercept = nullptr;
     boxes.expect(writeDone);
@@ -449,17 +419,17 @@ void ParameterBatchTransferTest::everyParameterIsListedReadAndWritten()
     int writable = 0;
     for (const ParameterTable *page : qAsConst(loaded.pages)) {
         for (int row = 0; row < page->rowCount(); ++row) {
-            addRow(loaded, page->verticalHeaderItem(row)->text());
+            loaded.list().addRow(page->verticalHeaderItem(row)->text());
             writable += page->item(row, 0)->text().isEmpty();
         }
     }
-    QCOMPARE(loaded.batch->table()->rowCount(), 571);
+    QCOMPARE(loaded.list().rowCount(), 571);
     loaded.batch->setRows(loaded.batch->rows());
-    QCOMPARE(loaded.batch->table()->rowCount(), 571);
-    read(loaded);
+    QCOMPARE(loaded.list().rowCount(), 571);
+    QVERIFY(loaded.list().read());
     QCOMPARE(loaded.peer.frames.size(), 571);
     loaded.peer.frames.clear();
-    write(loaded);
+    QVERIFY(loaded.list().write());
     QCOMPARE(loaded.peer.frames.size(), 4 * writable);
 }
 

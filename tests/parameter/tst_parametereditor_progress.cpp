@@ -3,6 +3,7 @@
 // closing it end the transfer.
 #include "link/serialport.h"
 #include "parameter/loadededitor.h"
+#include "support/batchtexts.h"
 #include "support/editortexts.h"
 #include "support/eventcount.h"
 #include "support/modalanswers.h"
@@ -143,11 +144,11 @@ void ParameterEditorProgressTest::escapeEndsABatchRead()
     auto *const dialog = loaded.editor->findChild<QProgressDialog *>();
     loaded.editor->editParaSlot();
     for (int i = 0; i < 3; ++i)
-        loaded.editor->newRowSlot();
+        loaded.list().trigger(BatchDriver::NewRowTool);
     loaded.peer.registers[0x2000] = 7;
     loaded.peer.held = true;
     const ModalAnswers noBox;
-    loaded.editor->readParaCsvSlot();
+    loaded.list().trigger(BatchDriver::ReadTool);
     QCOMPARE(shown(*dialog), (QStringList{"visible", "Reading...", "0", "1", "4", ""}));
     QTest::keyClick(dialog, Qt::Key_Escape);
     QVERIFY(!dialog->isVisible());
@@ -158,7 +159,7 @@ void ParameterEditorProgressTest::escapeEndsABatchRead()
     QCoreApplication::processEvents();
     QCOMPARE(loaded.peer.frames.size(), 1);
     for (int row = 0; row < 3; ++row)
-        QCOMPARE(loaded.batch->table()->item(row, 12)->text(), QStringLiteral("default"));
+        QCOMPARE(loaded.list().text(row, BatchDriver::Real), batchtext::notRead);
     QVERIFY(noBox.seen.isEmpty());
 }
 
@@ -166,12 +167,10 @@ void ParameterEditorProgressTest::escapeEndsABatchWrite()
 {
     LoadedEditor loaded;
     auto *const dialog = loaded.editor->findChild<QProgressDialog *>();
-    loaded.editor->newRowSlot();
-    loaded.batch->table()->item(0, 0)->setText(QStringLiteral("Pn-007"));
-    loaded.editor->Csv_ValueChangedSlot(0, 0);
+    loaded.list().addRow(QStringLiteral("Pn-007"));
     loaded.peer.held = true;
     const ModalAnswers noBox;
-    loaded.editor->writeCsvSlot();
+    loaded.list().trigger(BatchDriver::WriteTool);
     QVERIFY(dialog->isVisible());
     QTest::keyClick(dialog, Qt::Key_Escape);
     QVERIFY(!dialog->isVisible());
@@ -216,31 +215,28 @@ void ParameterEditorProgressTest::dialogStandsOverTheWindowOfItsRun()
     QWindow *const batch = loaded.batch->windowHandle();
     QVERIFY(editor && batch);
     ModalAnswers boxes;
-    const auto windowBelow = [&](void (ParameterEditor::*run)(), const char *done) -> QWindow * {
+    const auto windowBelow = [&](void (ParameterEditor::*run)(), const QString &done) -> QWindow * {
         const EventCount shows(dialog, QEvent::Show);
-        boxes.expect(QLatin1String(done));
+        boxes.expect(done);
         (loaded.editor.get()->*run)();
         const bool isOver = runUntil([&boxes] { return boxes.isDone(); }, 60000);
         return isOver && shows.count == 1 ? dialog->windowHandle()->transientParent() : nullptr;
     };
-    const char *const reading = "Parameters reading completed";
-    const char *const writing = "Parameters writing completed";
-    loaded.editor->newRowSlot();
-    QCOMPARE(windowBelow(&ParameterEditor::readParaCsvSlot, reading), batch);
-    QCOMPARE(windowBelow(&ParameterEditor::writePageSlt, writing), editor);
-    QCOMPARE(windowBelow(&ParameterEditor::writeCsvSlot, writing), batch);
-    QCOMPARE(windowBelow(&ParameterEditor::readPageSlt, reading), editor);
+    loaded.list().trigger(BatchDriver::NewRowTool);
+    QCOMPARE(windowBelow(&ParameterEditor::readParaCsvSlot, editortext::readingDone), batch);
+    QCOMPARE(windowBelow(&ParameterEditor::writePageSlt, editortext::writingDone), editor);
+    QCOMPARE(windowBelow(&ParameterEditor::writeCsvSlot, editortext::writingDone), batch);
+    QCOMPARE(windowBelow(&ParameterEditor::readPageSlt, editortext::readingDone), editor);
 
     // After a batch write that ended with a time-out.
-    loaded.batch->table()->item(0, 0)->setText(QStringLiteral("Pn-007"));
-    loaded.editor->Csv_ValueChangedSlot(0, 0);
+    loaded.list().setCode(0, QStringLiteral("Pn-007"));
     loaded.peer.held = true;
-    loaded.editor->writeCsvSlot();
+    loaded.list().trigger(BatchDriver::WriteTool);
     QCOMPARE(loaded.peer.frames.last(), wire::frame("01 10 e0 07 00 01 02 07 d0"));
     boxes.expect(editortext::writeTimeout);
     QVERIFY(runUntil([&boxes] { return boxes.isDone(); }, 5000));
     loaded.peer.held = false;
-    QCOMPARE(windowBelow(&ParameterEditor::readPageSlt, reading), editor);
+    QCOMPARE(windowBelow(&ParameterEditor::readPageSlt, editortext::readingDone), editor);
 }
 
 QTEST_MAIN(ParameterEditorProgressTest)
