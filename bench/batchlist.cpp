@@ -8,6 +8,7 @@
 #include "parameter/parametertable.h"
 #include "report.h"
 #include "settings/applanguage.h"
+#include "support/editordriver.h"
 
 #include <QCoreApplication>
 #include <QTableWidget>
@@ -21,15 +22,10 @@ constexpr int rounds = 7;
 QList<BatchRow> rowsOf(const ParameterEditor &editor)
 {
     QList<BatchRow> rows;
-    const auto tables = editor.findChildren<ParameterTable *>();
+    const QList<ParameterTable *> tables = EditorDriver(&editor).pages();
     for (const ParameterTable *table : tables) {
-        for (int row = 0; row < table->rowCount(); ++row) {
-            BatchRow content{true, {table->code(row)}};
-            for (int column = 0; column < table->columnCount(); ++column)
-                content.cells.append(table->text(row, static_cast<ParameterTable::Column>(column)));
-            content.cells.append(QString()); // not read yet
-            rows.append(content);
-        }
+        for (int row = 0; row < table->rowCount(); ++row)
+            rows.append({true, table->rowTexts(row) << QString()}); // not read yet
     }
     return rows;
 }

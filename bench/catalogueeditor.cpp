@@ -2,8 +2,8 @@
 #include "catalogueeditor.h"
 
 #include "parameter/parametereditor.h"
-#include "parameter/parameterpagelist.h"
 #include "parameter/parametertable.h"
+#include "support/editordriver.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -27,9 +27,8 @@ std::unique_ptr<ParameterEditor> makeEditor()
     auto editor = std::make_unique<ParameterEditor>();
     editor->resize(1100, 700);
     editor->show();
-    // The last thing that the reading of the catalogue does is to select the first page.
-    const auto *pageList = editor->findChild<ParameterPageList *>();
-    waitUntil([pageList] { return pageList->currentRow() == 1; }, "the catalogue");
+    if (!EditorDriver(editor.get()).waitForCatalogue())
+        throw std::runtime_error("the catalogue was not loaded");
     QCoreApplication::processEvents();
     return editor;
 }
@@ -37,8 +36,7 @@ std::unique_ptr<ParameterEditor> makeEditor()
 int parameterCount(const ParameterEditor &editor)
 {
     int count = 0;
-    const auto pages = editor.findChildren<ParameterTable *>();
-    for (const ParameterTable *page : pages)
+    for (const ParameterTable *page : EditorDriver(&editor).pages())
         count += page->rowCount();
     return count;
 }

@@ -3,8 +3,10 @@
 
 #include "catalogue/parametercode.h"
 #include "catalogueeditor.h"
+#include "link/framecodec.h"
 #include "link/serialport.h"
 #include "link/silentgap.h"
+#include "link/windownames.h"
 #include "messageboxes.h"
 #include "parameter/parametereditor.h"
 #include "parameter/parameterframes.h"
@@ -23,16 +25,14 @@
 namespace {
 
 const QString parameter = QStringLiteral("Pn-002");
-const QString windowName = QStringLiteral("Editor");
 constexpr int station = 1;
 constexpr int baudRate = 115200; // of no effect on a pseudo-terminal
-constexpr int ramBaseOfReads = 0x2000;
-constexpr int warmUp = 100;  // exchanges
-constexpr int limit = 20000; // ms
+constexpr int warmUp = 100;      // exchanges
+constexpr int limit = 20000;     // ms
 
 int registerNumber()
 {
-    return ramBaseOfReads + registerOf(parameter);
+    return ramBase + registerOf(parameter);
 }
 
 // Counts exchanges, the first ones not, and says when the time is over.
@@ -139,9 +139,9 @@ double linkRate(const QByteArray &path, int milliseconds)
         if (meter.count())
             loop.quit();
         else
-            link.port.writeSlot(request, windowName);
+            link.port.writeSlot(request, editorLinkName);
     });
-    link.port.writeSlot(request, windowName);
+    link.port.writeSlot(request, editorLinkName);
     runLoop(loop);
     return meter.rate();
 }

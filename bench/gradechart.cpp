@@ -5,11 +5,11 @@
 #include "gaintuning/gaintuning.h"
 #include "gaintuning/rigiditytable.h"
 #include "report.h"
+#include "support/gaintuningdriver.h"
 
 #include <QCoreApplication>
 #include <QEvent>
 #include <QPainter>
-#include <QSpinBox>
 #include <QtCharts/QChartView>
 
 #include <algorithm>
@@ -88,7 +88,7 @@ void measure()
     GainTuning window;
     window.show();
     auto *const view = window.findChild<QtCharts::QChartView *>();
-    auto *const box = window.findChild<QSpinBox *>(QStringLiteral("spinBoxRigidityGrade"));
+    const GainTuningDriver driver(&window);
     BareBars bare;
     bare.resize(view->size());
     bare.show();
@@ -104,7 +104,7 @@ void measure()
         QVector<double> peer;
         for (int round = 0; round < rounds; ++round) {
             chart.append(cost(
-                view->viewport(), [box](int grade) { box->setValue(grade); }, from, to));
+                view->viewport(), [&driver](int grade) { driver.setGrade(grade); }, from, to));
             peer.append(cost(
                 &bare, [&bare](int grade) { bare.setGrade(grade); }, from, to));
         }

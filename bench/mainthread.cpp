@@ -11,6 +11,7 @@
 #include "report.h"
 #include "shell/mainwindow.h"
 #include "shell/startup.h"
+#include "support/editordriver.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -144,7 +145,7 @@ class BareTables
 public:
     BareTables(const ParameterEditor &editor, QHeaderView::ResizeMode mode)
     {
-        const auto pages = editor.findChildren<ParameterTable *>();
+        const QList<ParameterTable *> pages = EditorDriver(&editor).pages();
         for (const ParameterTable *page : pages) {
             auto *table = new QTableWidget(page->rowCount(), page->columnCount());
             for (int row = 0; row < page->rowCount(); ++row) {
@@ -157,7 +158,7 @@ public:
             tables.append(table);
             stack.addWidget(table);
         }
-        stack.resize(editor.findChild<QStackedWidget *>()->size());
+        stack.resize(EditorDriver(&editor).pageStack()->size());
         stack.show();
         QCoreApplication::processEvents();
     }
@@ -210,7 +211,7 @@ void measureReply()
     printTable(
         QStringLiteral("Main thread, microseconds a value drawn, %1 rows in %2 pages, median of %3 rounds")
             .arg(parameterCount(*editor))
-            .arg(editor->findChildren<ParameterTable *>().size())
+            .arg(EditorDriver(editor.get()).pageCount())
             .arg(rounds),
         {{"what", "microseconds", "to setText", "spread"},
          row("reply into a page, progress shown", reply),

@@ -22,7 +22,6 @@ namespace {
 
 constexpr int rounds = 5;
 constexpr int usualSeconds = 4;
-constexpr int usbMark = 100; // what the link takes for a USB connection
 constexpr int baudRate = 115200;
 constexpr int bitsPerCharacter = 10;
 constexpr double exchangesPerCycle = 15;
@@ -90,7 +89,7 @@ Watch watchMonitor(const Line &line, int seconds)
     watch.share = (threadSeconds() - before) / measured;
     watch.cycles = double(counters.requests) / exchangesPerCycle / measured;
     double needed = pause;
-    if (line.speed != usbMark) {
+    if (line.speed != usbBaudRate) {
         const double bytes = double(counters.bytesReceived + counters.bytesSent) / double(counters.requests);
         const std::chrono::duration<double> around = silentGap(line.speed) + line.pacing.turnaround;
         needed += exchangesPerCycle * (bytes * bitsPerCharacter / line.speed + around.count());
@@ -127,7 +126,7 @@ int main(int argc, char *argv[])
     return runBenchmark(argc, argv, [] {
         const QStringList arguments = QCoreApplication::arguments();
         const int seconds = arguments.size() > 1 ? arguments.at(1).toInt() : usualSeconds;
-        const Line usb{"USB, no latency", usbMark, {}};
+        const Line usb{"USB, no latency", usbBaudRate, {}};
         const Line serial{
             "115200 baud, 1 ms turnaround", baudRate, {baudRate, std::chrono::microseconds(1000)}};
         QVector<QStringList> rows{{"line", "catalogue", "cycles a second", "line and pause allow", "ratio",

@@ -8,6 +8,7 @@
 #include "parameter/printedpages.h"
 #include "report.h"
 #include "settings/applanguage.h"
+#include "support/editordriver.h"
 
 #include <QFileInfo>
 #include <QPrinter>
@@ -25,15 +26,11 @@ using Page = QList<QStringList>;
 QList<Page> pagesOf(const ParameterEditor &editor)
 {
     QList<Page> pages;
-    const auto tables = editor.findChildren<ParameterTable *>();
+    const QList<ParameterTable *> tables = EditorDriver(&editor).pages();
     for (const ParameterTable *table : tables) {
         Page page;
-        for (int row = 0; row < table->rowCount(); ++row) {
-            QStringList texts{table->code(row)};
-            for (int column = 0; column < table->columnCount(); ++column)
-                texts.append(table->text(row, static_cast<ParameterTable::Column>(column)));
-            page.append(texts);
-        }
+        for (int row = 0; row < table->rowCount(); ++row)
+            page.append(table->rowTexts(row));
         pages.append(page);
     }
     return pages;

@@ -10,6 +10,7 @@
 #include "report.h"
 #include "settings/applanguage.h"
 #include "simulator/simulateddrive.h"
+#include "support/editortexts.h"
 
 #include <QElapsedTimer>
 
@@ -25,7 +26,7 @@ constexpr int bitsPerCharacter = 10;
 struct Line
 {
     const char *name;
-    int speed;    // as the connection dialog gives it; 100 stands for USB
+    int speed;    // as the connection dialog gives it
     int baudRate; // of the drive; 0: its bytes take no time
     std::chrono::microseconds turnaround;
 };
@@ -71,7 +72,7 @@ Transfer readCatalogue(const Line &line)
     clock.start();
     editor->readPageSlt();
     waitUntil([&transfer] { return transfer.measured > 0; }, "the end of the reading", 60000);
-    if (boxes.texts != QStringList(ParameterEditor::tr("Parameters reading completed")))
+    if (boxes.texts != QStringList(editortext::readingDone))
         throw std::runtime_error(qPrintable(boxes.texts.join(QLatin1Char('\n'))));
 
     const kt500sim::Counters counters = drive.counters();

@@ -99,7 +99,7 @@ void measureSpeed()
                            figure(medianRatio(speeds, plainItems), 2), ratioSpread(speeds, plainItems)};
     };
     printTable(
-        QStringLiteral("Times the speed of the clock, median of %1 rounds of %2 s; at least %3 is wanted")
+        QStringLiteral("Times the speed of the clock, median of %1 rounds of %2 s; the target is at least %3")
             .arg(rounds)
             .arg(simulatedSeconds)
             .arg(wantedRatio),
@@ -136,7 +136,7 @@ void measureRest()
     const auto row = [](const char *name, double share) {
         return QStringList{QString::fromLatin1(name), figure(100 * share, 2)};
     };
-    printTable(QStringLiteral("Percent of one core with a connected client; idle, at most %1 is wanted")
+    printTable(QStringLiteral("Percent of one core with a connected client; idle, the target is at most %1")
                    .arg(100 * wantedShare),
                {{"drive", "percent"},
                 row("servo off", idle),

@@ -62,6 +62,14 @@ ParameterTable *EditorDriver::page(int index) const
     return qobject_cast<ParameterTable *>(pageStack()->widget(index));
 }
 
+QList<ParameterTable *> EditorDriver::pages() const
+{
+    QList<ParameterTable *> tables;
+    for (int index = 0; index < pageCount(); ++index)
+        tables.append(page(index));
+    return tables;
+}
+
 int EditorDriver::rowOf(const ParameterTable *page, const QString &code)
 {
     for (int row = 0; row < page->rowCount(); ++row) {
@@ -120,8 +128,8 @@ QProgressDialog *EditorDriver::progress() const
 
 void EditorDriver::keepOnly(const QStringList &codes) const
 {
-    for (int index = 0; index < pageCount(); ++index) {
-        ParameterTable *const table = page(index);
+    const QList<ParameterTable *> tables = pages();
+    for (ParameterTable *table : tables) {
         for (int row = table->rowCount() - 1; row >= 0; --row) {
             if (!codes.contains(table->code(row)))
                 table->removeRow(row);

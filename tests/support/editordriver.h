@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QColor>
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -32,6 +33,7 @@ public:
     QStackedWidget *pageStack() const;
     int pageCount() const;
     ParameterTable *page(int index) const;
+    QList<ParameterTable *> pages() const;
     static int rowOf(const ParameterTable *page, const QString &code);
     int rowOf(int index, const QString &code) const;
     QString value(int index, const QString &code) const;

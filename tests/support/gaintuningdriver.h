@@ -16,6 +16,11 @@ class GainTuningDriver
 public:
     // Opens the window by its tool button; window is null if none comes.
     explicit GainTuningDriver(const MainWindow *shell);
+    // Of a window that is there.
+    explicit GainTuningDriver(GainTuning *tuning)
+        : window(tuning)
+    {
+    }
 
     bool hasReadAll() const;
     QString text(const QString &fieldName) const;
