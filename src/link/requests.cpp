@@ -39,6 +39,14 @@ QByteArray writePairRequest(int address, qint32 value)
     return writeMultipleRequest(address, word(value >> 16) + word(value));
 }
 
+int registersOfRequest(const QByteArray &request)
+{
+    constexpr int leastLength = 6;
+    if (request.size() < leastLength || request.at(1) != char(FunctionCode::Read))
+        return 0;
+    return quint8(request.at(4)) << 8 | quint8(request.at(5));
+}
+
 int addressOfRequest(const QByteArray &request)
 {
     if (request.size() < 4)

@@ -18,5 +18,8 @@ QByteArray writeMultipleRequest(int address, const QByteArray &data);
 // The same with one 32-bit number in two registers, high word at the lower one.
 QByteArray writePairRequest(int address, qint32 value);
 
+// Registers that a read request asks for; 0 for any other request.
+int registersOfRequest(const QByteArray &request);
+
 // Register that a request names in its bytes 2 and 3, 0 to 65535; -1 if they are not there.
 int addressOfRequest(const QByteArray &request);

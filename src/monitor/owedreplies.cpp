@@ -3,11 +3,11 @@
 
 #include "link/functioncodes.h"
 #include "link/replies.h"
+#include "link/requests.h"
 
 namespace {
 
 constexpr int functionPlace = 1;
-constexpr int wordsPlace = 4;
 constexpr int exceptionBit = 0x80;
 
 int functionOf(const QByteArray &frame)
@@ -20,21 +20,14 @@ bool fits(const QByteArray &request, const QByteArray &reply)
     if (functionOf(request) != functionOf(reply))
         return false;
     return functionOf(request) != int(FunctionCode::Read) || isExceptionReply(reply) ||
-           replyByteCount(reply) == 2 * wordsAsked(request);
+           replyByteCount(reply) == 2 * registersOfRequest(request);
 }
 
 } // namespace
 
-int wordsAsked(const QByteArray &request)
-{
-    if (functionOf(request) != int(FunctionCode::Read))
-        return 0;
-    return int(unsignedNumber(request.mid(wordsPlace, 2)));
-}
-
 QByteArray readPayload(const QByteArray &request, const QByteArray &reply)
 {
-    const int count = 2 * wordsAsked(request);
+    const int count = 2 * registersOfRequest(request);
     constexpr int frameAround = 5; // head of three bytes, CRC of two
     if (isExceptionReply(reply) || replyByteCount(reply) != count || reply.size() < count + frameAround)
         return QByteArray();

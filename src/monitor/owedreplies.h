@@ -44,9 +44,6 @@ private:
     QList<OwedReply> owed;
 };
 
-// Words that a read request asks for; 0 for any other request.
-int wordsAsked(const QByteArray &request);
-
 // The data of a reply to this read; empty for an exception and where the byte count is not that of the words
 // asked.
 QByteArray readPayload(const QByteArray &request, const QByteArray &reply);

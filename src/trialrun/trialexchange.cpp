@@ -156,6 +156,6 @@ bool TrialExchange::fits(const QByteArray &request, const QByteArray &reply)
     if (isExceptionReply(reply))
         return true;
     if (isReadReply(reply))
-        return isReadReplyOf(reply, int(unsignedNumber(request.mid(4, 2))));
+        return isReadReplyOf(reply, registersOfRequest(request));
     return reply.mid(2, 2) == request.mid(2, 2);
 }

@@ -287,7 +287,7 @@ void TrialSequence::takeHead(const QByteArray &reply)
         startSavingAnew();
         return;
     }
-    if (rule.fills && isRead(head.frame) && isReadReplyOf(reply, int(unsignedNumber(head.frame.mid(4, 2)))))
+    if (rule.fills && isRead(head.frame) && isReadReplyOf(reply, registersOfRequest(head.frame)))
         emit valueRead(head.stage, addressOfRequest(head.frame), payloadFromFront(reply));
     if (isRestoring() && addressOfRequest(head.frame) == trialregister::panel)
         exchange.panelRestored();
@@ -320,7 +320,7 @@ bool TrialSequence::mustAskAgain(const QueuedFrame &head, const QByteArray &repl
 bool TrialSequence::captureInitValue(const QByteArray &reply)
 {
     const QByteArray request = frameQueue.first().frame;
-    if (!isReadReplyOf(reply, int(unsignedNumber(request.mid(4, 2)))))
+    if (!isReadReplyOf(reply, registersOfRequest(request)))
         return false;
     const QByteArray data = payloadFromFront(reply);
     const int address = addressOfRequest(request);

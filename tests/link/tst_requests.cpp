@@ -15,6 +15,7 @@ private slots:
     void multipleWriteCountsRegistersAndBytes();
     void pairGoesHighWordFirst();
     void registerOfARequestIsInBytesTwoAndThree();
+    void onlyAReadAsksForRegisters();
     void replies_data();
     void replies();
     void payloadFromTheBackStopsBeforeTheCrc();
@@ -55,6 +56,16 @@ void TestRequests::registerOfARequestIsInBytesTwoAndThree()
     QCOMPARE(addressOfRequest(wire::bytes("01 03 E1 30")), 0xE130);
     QCOMPARE(addressOfRequest(wire::bytes("01 03 E1")), -1);
     QCOMPARE(addressOfRequest(QByteArray()), -1);
+}
+
+void TestRequests::onlyAReadAsksForRegisters()
+{
+    QCOMPARE(registersOfRequest(wire::frame("01 03 20 60 00 02")), 2);
+    QCOMPARE(registersOfRequest(wire::frame("01 03 20 60 01 0A")), 266);
+    QCOMPARE(registersOfRequest(wire::frame("01 06 20 CA 00 02")), 0);
+    QCOMPARE(registersOfRequest(wire::frame("01 10 E1 91 00 02 04 00 00 03 ED")), 0);
+    QCOMPARE(registersOfRequest(wire::bytes("01 03 20 60 00")), 0);
+    QCOMPARE(registersOfRequest(QByteArray()), 0);
 }
 
 void TestRequests::replies_data()
