@@ -8,6 +8,7 @@
 #include "scope/scopetoolbar.h"
 #include "scope/scopeview.h"
 #include "settings/applanguage.h"
+#include "widgets/pictures.h"
 #include "widgets/windowstate.h"
 
 #include <QAction>
@@ -50,7 +51,7 @@ ScopeWindow::ScopeWindow(QWidget *parent)
     setCursor(Qt::ArrowCursor);
     setFont(labelFont(font()));
     plot->setObjectName(QStringLiteral("1"));
-    setWindowIcon(QIcon(QStringLiteral(":/pic/pic/logo.ico")));
+    setWindowIcon(QIcon(logoPicture));
     setWindowTitle(tr("Scope"));
     if (loadCatalogue())
         buildWidgets();

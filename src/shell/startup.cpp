@@ -5,6 +5,7 @@
 #include "shell/lightpalette.h"
 #include "shell/mainwindow.h"
 #include "shell/workingfolder.h"
+#include "widgets/pictures.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -41,7 +42,7 @@ Application startApplication()
     }
     application.window = std::make_unique<MainWindow>(application.translator.get());
     application.window->setWindowTitle(MainWindow::baseTitle);
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/pic/pic/logo.ico")));
+    QApplication::setWindowIcon(QIcon(logoPicture));
     application.window->show();
     return application;
 }
