@@ -14,13 +14,12 @@
 #include "parameter/parameterlegend.h"
 #include "parameter/parameterpagelist.h"
 #include "parameter/parameterprintcontrol.h"
+#include "parameter/parameterrundisplay.h"
 #include "parameter/parametertable.h"
 #include "parameter/parametertoolbar.h"
 #include "settings/settingskeys.h"
 #include "widgets/drawingpace.h"
-#include "widgets/messages.h"
 #include "widgets/pictures.h"
-#include "widgets/runprogressdialog.h"
 #include "widgets/sunkenlabel.h"
 #include "widgets/windowstate.h"
 
@@ -40,6 +39,7 @@ ParameterEditor::ParameterEditor(QWidget *parent)
     buildTransfer();
     buildWindow();
     batch = std::make_unique<ParameterBatchControl>(pages, transfer);
+    new ParameterRunDisplay(transfer, this, batch->window());
     print = new ParameterPrintControl(pages, this);
     loadCatalogue();
 }
@@ -50,11 +50,6 @@ ParameterEditor::~ParameterEditor()
     readXmlThread->wait();
 }
 
-QString ParameterEditor::title()
-{
-    return tr("Parameter Editor");
-}
-
 void ParameterEditor::buildTransfer()
 {
     transfer =
@@ -63,13 +58,15 @@ void ParameterEditor::buildTransfer()
             [this](const QByteArray &frame) { emit writeToSerialPort(frame, editorLinkName); });
     connect(transfer, &ParameterTransfer::withdrawn, this, [this] { emit withdrawRequests(editorLinkName); });
     connect(transfer, &ParameterTransfer::answered, this, &ParameterEditor::showAnswer);
-    connect(transfer, &ParameterTransfer::progress, this, &ParameterEditor::showProgress);
-    connect(transfer, &ParameterTransfer::ended, this, &ParameterEditor::finishTransfer);
+    connect(transfer, &ParameterTransfer::ended, this, [this](ParameterTransfer::End end) {
+        if (end == ParameterTransfer::End::WriteDone)
+            pages.resetValueColours();
+    });
 }
 
 void ParameterEditor::buildWindow()
 {
-    setWindowTitle(title());
+    setWindowTitle(tr("Parameter Editor"));
     setWindowIcon(QIcon(logoPicture));
     resize(700, 1000);
     setWidgetResizable(true);
@@ -91,9 +88,6 @@ void ParameterEditor::buildWindow()
     layout->addWidget(new ParameterLegend);
     layout->addWidget(note);
     setWidget(content);
-
-    progressDialog = new RunProgressDialog(this);
-    connect(progressDialog, &RunProgressDialog::endRequested, transfer, &ParameterTransfer::cancel);
 }
 
 QSplitter *ParameterEditor::buildPages()
@@ -196,16 +190,6 @@ void ParameterEditor::writeCurrentParameterToServo(QStringList dataList, bool is
     transfer->writeOne(dataList, isWriteRAM ? ramBase : eepromBase);
 }
 
-void ParameterEditor::showProgress(int value, int total)
-{
-    if (progressDialog->isHidden()) {
-        progressDialog->setRange(0, total + 1);
-        progressDialog->setLabelText(transfer->isWriting() ? tr("Writing...") : tr("Reading..."));
-        progressDialog->showOver(transfer->isBatchRun() ? static_cast<QWidget *>(batch->window()) : this);
-    }
-    progressDialog->showValue(value);
-}
-
 void ParameterEditor::readPageSlt()
 {
     if (!isLinkOpen())
@@ -229,32 +213,6 @@ void ParameterEditor::readRAM(QByteArray)
 void ParameterEditor::readWriteTimeout()
 {
     transfer->timeOut();
-}
-
-void ParameterEditor::finishTransfer(ParameterTransfer::End end)
-{
-    progressDialog->finish();
-    switch (end) {
-    case ParameterTransfer::End::ReadDone:
-        showMessage(tr("Parameters reading completed"));
-        break;
-    case ParameterTransfer::End::WriteDone:
-        pages.resetValueColours();
-        showMessage(tr("Parameters writing completed"));
-        break;
-    case ParameterTransfer::End::BatchWriteDone:
-        showMessage(tr("Parameters writing completed"));
-        break;
-    case ParameterTransfer::End::RequestTimeout:
-        showMessage(tr("Request Timeout!"));
-        break;
-    case ParameterTransfer::End::WriteTimeout:
-        showMessage(tr("Write Timeout!"));
-        break;
-    case ParameterTransfer::End::SilentTimeout:
-    case ParameterTransfer::End::Cancelled:
-        break;
-    }
 }
 
 void ParameterEditor::saveParameters()

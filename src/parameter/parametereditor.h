@@ -22,7 +22,6 @@ class QPrinter;
 class QSplitter;
 class QStackedWidget;
 class ReadXmlThread;
-class RunProgressDialog;
 
 class ParameterEditor : public QScrollArea
 {
@@ -31,9 +30,6 @@ class ParameterEditor : public QScrollArea
 public:
     explicit ParameterEditor(QWidget *parent = nullptr);
     ~ParameterEditor() override;
-
-    // The window's title, by which the shell knows it.
-    static QString title();
 
 signals:
     void writeToSerialPort(QByteArray data, QString windowName);
@@ -93,8 +89,6 @@ private:
     QSplitter *buildPages();
     void loadCatalogue();
     void showAnswer(int offset, const QByteArray &bytes);
-    void showProgress(int value, int total);
-    void finishTransfer(ParameterTransfer::End end);
 
     ParameterPages pages; // one a group
     ParameterPageList *pageList = nullptr;
@@ -104,7 +98,6 @@ private:
     QList<QStringList> pageCodeLists; // full codes of each group, as the catalogue writes them
     ReadXmlThread *readXmlThread = nullptr;
     ParameterTransfer *transfer = nullptr;
-    RunProgressDialog *progressDialog = nullptr;
     ParameterPrintControl *print = nullptr;
     std::unique_ptr<ParameterBatchControl> batch;
     bool isClosing = false; // the MDI area still reports a state after a maximized window has gone
