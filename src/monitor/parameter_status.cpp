@@ -6,6 +6,7 @@
 #include "monitor/monitorpanel.h"
 #include "monitor/polltable.h"
 #include "monitor/statusvalue.h"
+#include "widgets/fittedheader.h"
 
 #include <QCoreApplication>
 #include <QGroupBox>
@@ -63,6 +64,8 @@ void Parameter_Status::buildTable()
 {
     table = new QTableWidget(statusRows.size(), ValueColumn + 1);
     table->setObjectName(QStringLiteral("statusTable"));
+    table->setHorizontalHeader(new FittedHeader(ValueColumn, table));
+    table->horizontalHeader()->setSectionsClickable(true);
     table->setHorizontalHeaderLabels({tr("Parameter"), tr("Description"), tr("Unit"), tr("Value")});
     makePanelTable(table);
     table->setFrameShape(QFrame::NoFrame);
@@ -73,8 +76,8 @@ void Parameter_Status::buildTable()
     header->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     header->setSectionResizeMode(UnitColumn, QHeaderView::ResizeToContents);
     header->setSectionResizeMode(ValueColumn, QHeaderView::ResizeToContents);
-    // A value that changes has the columns fitted anew: to what is in view, not to all rows.
-    header->setResizeContentsPrecision(0);
+    // To all rows, in view or not: the columns stay when the table is scrolled.
+    header->setResizeContentsPrecision(-1);
     for (int row = 0; row < statusRows.size(); ++row) {
         const QStringList &status = statusRows.at(row);
         table->setItem(row, CodeColumn, centredItem(status.at(1)));

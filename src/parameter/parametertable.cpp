@@ -3,10 +3,10 @@
 
 #include "catalogue/parametercode.h"
 #include "parameter/offlinenotice.h"
-#include "parameter/parameterheader.h"
 #include "parameter/parametersettinghelper.h"
 #include "parameter/parametersymbols.h"
 #include "widgets/drawingpace.h"
+#include "widgets/fittedheader.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -54,7 +54,7 @@ ParameterTable::ParameterTable(QWidget *parent)
 
 void ParameterTable::buildHeaders()
 {
-    setHorizontalHeader(new ParameterHeader(ValueColumn, this));
+    setHorizontalHeader(new FittedHeader(ValueColumn, this));
     const auto symbols = parameterSymbols();
     for (int column = 0; column < parameterSymbolCount; ++column) {
         const ParameterSymbol &symbol = symbols.at(column);

@@ -1,33 +1,33 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "parameter/parameterheader.h"
+#include "widgets/fittedheader.h"
 
 #include <QEvent>
 #include <QFontMetrics>
 
 #include <algorithm>
 
-ParameterHeader::ParameterHeader(int changingColumn, QWidget *table)
+FittedHeader::FittedHeader(int changingColumn, QWidget *table)
     : QHeaderView(Qt::Horizontal, table)
     , column(changingColumn)
 {
     setHighlightSections(true); // as the table's own header
 }
 
-int ParameterHeader::textWidth(int row) const
+int FittedHeader::textWidth(int row) const
 {
     const QString text = model()->index(row, column).data().toString();
     return parentWidget()->fontMetrics().horizontalAdvance(text);
 }
 
-int ParameterHeader::widest() const
+int FittedHeader::widest() const
 {
     return widths.isEmpty() ? 0 : *std::max_element(widths.begin(), widths.end());
 }
 
 // Fitting looks at every cell of every column: more than a millisecond, for each of the hundreds of replies
-// of a page read.
-void ParameterHeader::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
-                                  const QVector<int> &roles)
+// of a page read and of the values that a poll cycle changes.
+void FittedHeader::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                               const QVector<int> &roles)
 {
     if (topLeft.column() == column && bottomRight.column() == column) {
         for (int row = topLeft.row(); row <= bottomRight.row(); ++row)
@@ -40,25 +40,25 @@ void ParameterHeader::dataChanged(const QModelIndex &topLeft, const QModelIndex 
     QHeaderView::dataChanged(topLeft, bottomRight, roles);
 }
 
-void ParameterHeader::rowsInserted(const QModelIndex &parent, int start, int end)
+void FittedHeader::rowsInserted(const QModelIndex &parent, int start, int end)
 {
     widths.insert(start, end - start + 1, 0);
     QHeaderView::rowsInserted(parent, start, end);
 }
 
-void ParameterHeader::rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end)
+void FittedHeader::rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end)
 {
     widths.remove(start, end - start + 1);
     QHeaderView::rowsAboutToBeRemoved(parent, start, end);
 }
 
-void ParameterHeader::reset()
+void FittedHeader::reset()
 {
     widths.fill(0, model() ? model()->rowCount() : 0);
     QHeaderView::reset();
 }
 
-void ParameterHeader::changeEvent(QEvent *event)
+void FittedHeader::changeEvent(QEvent *event)
 {
     QHeaderView::changeEvent(event);
     if (event->type() != QEvent::FontChange)

@@ -1,19 +1,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The column heads of a page of parameters. Its columns are as wide as their contents; one column, whose
-// texts change all the time, is looked at only when its widest text changes. Main thread; owned by the table
-// that it is made for.
+// The column heads of a table whose columns are as wide as their contents. One column, whose texts change all
+// the time, is looked at only when its widest text changes. Main thread; owned by the table that it is made
+// for.
 #pragma once
 
 #include <QHeaderView>
 #include <QVector>
 
-class ParameterHeader : public QHeaderView
+class FittedHeader : public QHeaderView
 {
     Q_OBJECT
 
 public:
     // The column is the one whose texts change; they all have the table's font.
-    ParameterHeader(int changingColumn, QWidget *table);
+    FittedHeader(int changingColumn, QWidget *table);
 
 public slots:
     void reset() override;
