@@ -10,6 +10,11 @@
 #include <QString>
 #include <QTest>
 
+// The requests of one cycle without their CRC, in order.
+const QStringList pollCycle{"010325DC0007", "010325E3000A", "010325ED0008", "010325F50004", "010325F9000A",
+                            "010326040006", "0103260A0004", "0103260E0005", "010326140007", "010326220003",
+                            "0103262C0006", "010320D30008", "010320DB0008", "010320E70008", "010320EF0008"};
+
 class PollerBench
 {
 public:

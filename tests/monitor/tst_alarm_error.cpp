@@ -1,97 +1,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Warning and fault in words, the lamp, and the fault record, in both languages.
-#include "monitor/alarm_error.h"
-
-#include "monitor/faulthistory.h"
+// Warning and fault in words, and the lamp, in both languages.
+#include "alarmpanels.h"
 #include "support/modalanswers.h"
-#include "support/testdirectory.h"
-#include "support/wire.h"
 
 #include <QGroupBox>
-#include <QHeaderView>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTableWidget>
 #include <QTest>
 
 namespace {
 
+using Panels = AlarmPanels;
+using alarmtext::overload;
+
 constexpr int warning = 9719;
 constexpr int fault = 9720;
 
-const QString red = QStringLiteral("background-color: rgb(255, 0, 0);                                        "
-                                   "border-radius:22px;border:1px solid black;");
-const QString grey = QStringLiteral("background-color: rgb(232, 238, 247);                                   "
-                                    "     border-radius:22px;border:1px solid black;");
-
-// Both panels, in one language.
-struct Panels
-{
-    explicit Panels(const char *language = "en_US")
-    {
-        directory.setLanguage(QString::fromLatin1(language));
-        history = new FaultHistory;
-        panel = new Alarm_Error(history);
-    }
-    ~Panels()
-    {
-        delete panel;
-        delete history;
-    }
-    Q_DISABLE_COPY_MOVE(Panels)
-
-    void report(int address, const char *data) const
-    {
-        panel->handAlarmErrorSlot(wire::bytes(data), address);
-    }
-    QLineEdit *edit(const QString &name) const { return panel->findChild<QLineEdit *>(name); }
-    // Current, name, cause and corrective of "alarm" or "fault".
-    QStringList texts(const QString &kind) const
-    {
-        QStringList list;
-        for (const char *field : {"CurrentEdit", "NameEdit", "CauseEdit", "CorrectiveEdit"})
-            list << edit(kind + QLatin1String(field))->text();
-        return list;
-    }
-    QStringList toolTips(const QString &kind) const
-    {
-        QStringList list;
-        for (const char *field : {"CurrentEdit", "NameEdit", "CauseEdit", "CorrectiveEdit"})
-            list << edit(kind + QLatin1String(field))->toolTip();
-        return list;
-    }
-    QPushButton *lamp() const { return panel->findChild<QPushButton *>(QStringLiteral("faultResetButton")); }
-    bool isLit() const { return lamp()->isEnabled() && lamp()->styleSheet() == red; }
-    bool isDark() const { return !lamp()->isEnabled() && lamp()->styleSheet() == grey; }
-    QTableWidget *record() const { return history->findChild<QTableWidget *>(); }
-    QStringList codes() const
-    {
-        QStringList list;
-        for (int row = 0; row < 20; row += 2)
-            list << record()->item(row, FaultHistory::CodeColumn)->text();
-        return list;
-    }
-
-    TestDirectory directory;
-    FaultHistory *history = nullptr;
-    Alarm_Error *panel = nullptr;
-};
-
 const QStringList none{"", "", "", ""};
-const QStringList overload{"Er-003", "Overload", "Motor blockage or overload",
-                           "Check machinery or select high power drive"};
 const QStringList emergency{"AL-001", "Emergency stop", "External emergency stop input",
                             "Ensure emergency button reset when the system is safe"};
-
-QByteArray recordOf(const QList<int> &numbers)
-{
-    QByteArray data;
-    for (int i = 0; i < 10; ++i)
-        data.append(char(numbers.value(i) >> 8)).append(char(numbers.value(i)));
-    return wire::readReply(data);
-}
 
 } // namespace
 
@@ -119,18 +46,6 @@ private slots:
     void resetIsOfferedAgainWhileTheFaultStays();
     void missingCatalogueIsTold();
     void missingCatalogueShowsNoText();
-
-    void recordStartsWithItsLabels();
-    void tenKnownFaultsFillAllEntries();
-    void emptyRegistersTakeNoEntry();
-    void emptyRecordLeavesTheTable();
-    void secondReadRefillsFromTheTop();
-    void unknownFaultsAreSkipped();
-    void shorterReplyYieldsFewerCodes_data();
-    void shorterReplyYieldsFewerCodes();
-    void moreThanTenAreNotShown();
-    void recordInChinese();
-    void recordWithoutACatalogueStaysEmpty();
 };
 
 void AlarmErrorTest::panelStartsEmpty()
@@ -379,123 +294,6 @@ void AlarmErrorTest::missingCatalogueShowsNoText()
     panels.report(fault, "0003");
     QCOMPARE(panels.texts("fault"), none);
     QVERIFY(panels.isDark());
-}
-
-void AlarmErrorTest::recordStartsWithItsLabels()
-{
-    const Panels panels;
-    const QTableWidget *const table = panels.record();
-    QCOMPARE(table->rowCount(), 20);
-    QStringList heads;
-    for (int column = 0; column < table->columnCount(); ++column)
-        heads << table->horizontalHeaderItem(column)->text();
-    QCOMPARE(heads, QStringList({"Historical Fault", "Code", "Name", "Cauese", "Corrective"}));
-    QCOMPARE(panels.history->findChild<QGroupBox *>()->title(), QStringLiteral("Historical Fault"));
-    for (int entry = 0; entry < 10; ++entry) {
-        QCOMPARE(table->item(2 * entry, 0)->text(), entry == 0
-                                                        ? QStringLiteral("Last Fault")
-                                                        : QStringLiteral("Historical Fault %1").arg(entry));
-        for (int column = 0; column < 5; ++column) {
-            QCOMPARE(table->rowSpan(2 * entry, column), 2);
-            QCOMPARE(table->item(2 * entry, column)->textAlignment(), int(Qt::AlignCenter));
-            QVERIFY(column == 0 || table->item(2 * entry, column)->text().isEmpty());
-        }
-    }
-    const QHeaderView *const header = table->horizontalHeader();
-    QCOMPARE(header->sectionResizeMode(0), QHeaderView::ResizeToContents);
-    QCOMPARE(header->sectionResizeMode(1), QHeaderView::Fixed);
-    for (const int column : {2, 3, 4})
-        QCOMPARE(header->sectionResizeMode(column), QHeaderView::Stretch);
-    QCOMPARE(table->verticalHeader()->sectionResizeMode(0), QHeaderView::ResizeToContents);
-    QVERIFY(table->verticalHeader()->isHidden());
-}
-
-void AlarmErrorTest::tenKnownFaultsFillAllEntries()
-{
-    const Panels panels;
-    panels.history->handleFaultHistorySlot(recordOf({1, 3, 4, 5, 6, 8, 9, 10, 45, 70}));
-    QCOMPARE(panels.codes(), QStringList({"Er-001", "Er-003", "Er-004", "Er-005", "Er-006", "Er-008",
-                                          "Er-009", "Er-010", "Er-045", "Er-070"}));
-    QStringList second;
-    for (int column = 1; column < 5; ++column)
-        second << panels.record()->item(2, column)->text();
-    QCOMPARE(second, overload);
-}
-
-void AlarmErrorTest::emptyRegistersTakeNoEntry()
-{
-    const Panels panels;
-    panels.history->handleFaultHistorySlot(recordOf({1, 0, 3}));
-    QCOMPARE(panels.codes().mid(0, 3), QStringList({"Er-001", "Er-003", ""}));
-}
-
-void AlarmErrorTest::emptyRecordLeavesTheTable()
-{
-    const Panels panels;
-    panels.history->handleFaultHistorySlot(recordOf({1, 3}));
-    panels.history->handleFaultHistorySlot(recordOf({}));
-    QCOMPARE(panels.codes().mid(0, 3), QStringList({"Er-001", "Er-003", ""}));
-}
-
-void AlarmErrorTest::secondReadRefillsFromTheTop()
-{
-    const Panels panels;
-    panels.history->handleFaultHistorySlot(recordOf({1, 3, 4}));
-    panels.history->handleFaultHistorySlot(recordOf({8}));
-    QCOMPARE(panels.codes().mid(0, 4), QStringList({"Er-008", "Er-003", "Er-004", ""}));
-}
-
-void AlarmErrorTest::unknownFaultsAreSkipped()
-{
-    const Panels panels;
-    panels.history->handleFaultHistorySlot(recordOf({41, 1, 100, 3, 255}));
-    QCOMPARE(panels.codes().mid(0, 3), QStringList({"Er-001", "Er-003", ""}));
-}
-
-void AlarmErrorTest::shorterReplyYieldsFewerCodes_data()
-{
-    QTest::addColumn<QByteArray>("reply");
-    QTest::addColumn<QStringList>("codes");
-    QTest::newRow("two registers") << wire::readReply(wire::bytes("0001 0003"))
-                                   << QStringList{"Er-001", "Er-003", ""};
-    QTest::newRow("an odd byte") << wire::readReply(wire::bytes("0001 00")) << QStringList{"Er-001", "", ""};
-    QTest::newRow("nothing") << QByteArray() << QStringList{"", "", ""};
-    QTest::newRow("exception") << wire::frame("018302") << QStringList{"", "", ""};
-}
-
-void AlarmErrorTest::shorterReplyYieldsFewerCodes()
-{
-    QFETCH(QByteArray, reply);
-    QFETCH(QStringList, codes);
-    const Panels panels;
-    panels.history->handleFaultHistorySlot(reply);
-    QCOMPARE(panels.codes().mid(0, 3), codes);
-}
-
-void AlarmErrorTest::moreThanTenAreNotShown()
-{
-    const Panels panels;
-    QByteArray data;
-    for (int i = 0; i < 12; ++i)
-        data.append('\0').append(i < 10 ? '\x01' : '\x03');
-    panels.history->handleFaultHistorySlot(wire::readReply(data));
-    QCOMPARE(panels.codes().count(QStringLiteral("Er-001")), 10);
-    QCOMPARE(panels.record()->rowCount(), 20);
-}
-
-void AlarmErrorTest::recordInChinese()
-{
-    const Panels panels("zh_CN");
-    panels.history->handleFaultHistorySlot(recordOf({19, 3}));
-    QCOMPARE(panels.codes().mid(0, 2), QStringList({"Er-003", ""}));
-    QVERIFY(panels.record()->item(0, FaultHistory::NameColumn)->text().at(0).unicode() > 0x4E00);
-}
-
-void AlarmErrorTest::recordWithoutACatalogueStaysEmpty()
-{
-    FaultHistory history;
-    history.handleFaultHistorySlot(recordOf({1, 3}));
-    QVERIFY(history.findChild<QTableWidget *>()->item(0, FaultHistory::CodeColumn)->text().isEmpty());
 }
 
 QTEST_MAIN(AlarmErrorTest)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// What the user asks for between two polls: the frames, the order in which they leave, the fault reset.
+// What the user asks for between two polls: the frames, and the order in which they leave.
 #include "pollerbench.h"
 
 #include <QElapsedTimer>
@@ -11,7 +11,6 @@ namespace {
 
 const QString firstPoll = QStringLiteral("010325DC0007");
 const QString secondPoll = QStringLiteral("010325E3000A");
-const QString faultClear = QStringLiteral("010623200001");
 
 // One request of each kind, in the order of service, and its frame without the CRC.
 struct Request
@@ -57,14 +56,6 @@ private slots:
     void threeRequestsBetweenTwoReplies_data();
     void threeRequestsBetweenTwoReplies();
     void everyKindAtOnceLeavesInTheOrderOfService();
-    void faultClearLeavesAtTheEndOfTheCycle();
-    void faultClearInThePauseWaitsForTheNextEnd();
-    void faultClearLeavesAtTheEndThatAWriteMakes();
-    void faultClearIsSentOnce();
-    void echoOfTheFaultClearIsDropped();
-    void faultClearAnsweredLateIsNotTakenForAPoll();
-    void faultClearWithoutAnAnswerDoesNotHoldUpTheChain();
-    void faultClearThatHasWaitedTooLongIsNotSent();
 
 private:
     static void addOrders(int length);
@@ -315,114 +306,6 @@ void MonitorPollerWritesTest::everyKindAtOnceLeavesInTheOrderOfService()
         bench.poller.HandleUpDataTimer();
     }
     QCOMPARE(bench.texts(), wanted << firstPoll);
-}
-
-void MonitorPollerWritesTest::faultClearLeavesAtTheEndOfTheCycle()
-{
-    PollerBench bench;
-    bench.answer();
-    bench.poller.requestFaultClear();
-    while (bench.frames.size() < 15) {
-        bench.answer();
-        QVERIFY(bench.last() != faultClear);
-    }
-    bench.answer();
-    QCOMPARE(bench.frames.size(), 16);
-    QCOMPARE(bench.frames.last(), wire::frame("010623200001"));
-}
-
-void MonitorPollerWritesTest::faultClearInThePauseWaitsForTheNextEnd()
-{
-    PollerBench bench;
-    bench.finishCycle();
-    bench.frames.clear();
-    bench.poller.requestFaultClear();
-    QVERIFY(bench.waitForFrames(1));
-    bench.finishCycle();
-    QCOMPARE(bench.frames.size(), 16);
-    QCOMPARE(bench.texts().indexOf(faultClear), 15);
-}
-
-void MonitorPollerWritesTest::faultClearLeavesAtTheEndThatAWriteMakes()
-{
-    PollerBench bench;
-    bench.poller.requestFaultClear();
-    bench.poller.requestWrite(MonitorWrite::Method, 0, 2);
-    bench.answer();
-    bench.answer();
-    QCOMPARE(bench.texts(), QStringList({firstPoll, "0106E0640002", faultClear}));
-}
-
-void MonitorPollerWritesTest::faultClearIsSentOnce()
-{
-    PollerBench bench;
-    bench.poller.requestFaultClear();
-    bench.finishCycle();
-    QVERIFY(bench.waitForFrames(17));
-    bench.finishCycle();
-    QCOMPARE(bench.texts().count(faultClear), 1);
-    QCOMPARE(bench.frames.size(), 31);
-}
-
-void MonitorPollerWritesTest::echoOfTheFaultClearIsDropped()
-{
-    PollerBench bench;
-    bench.poller.requestFaultClear();
-    while (bench.frames.size() < 16)
-        bench.answer();
-    bench.items.clear();
-    bench.answer();
-    QVERIFY(bench.items.isEmpty());
-    QCOMPARE(bench.frames.size(), 16);
-    QVERIFY(bench.waitForFrames(17));
-    bench.answer();
-    QCOMPARE(bench.items.size(), 7);
-    QCOMPARE(bench.last(), secondPoll);
-}
-
-void MonitorPollerWritesTest::faultClearAnsweredLateIsNotTakenForAPoll()
-{
-    PollerBench bench;
-    bench.poller.requestFaultClear();
-    while (bench.frames.size() < 16)
-        bench.answer();
-    const QByteArray clear = bench.frames.last();
-    QVERIFY(bench.waitForFrames(17));
-    bench.items.clear();
-    bench.frames.clear();
-    bench.answer(clear);
-    QVERIFY(bench.items.isEmpty());
-    QVERIFY(bench.frames.isEmpty());
-    bench.answerWith("0001 0002 0003 0004 0005 0006 0007");
-    QCOMPARE(bench.items.size(), 7);
-    QCOMPARE(bench.texts(), QStringList(secondPoll));
-}
-
-void MonitorPollerWritesTest::faultClearWithoutAnAnswerDoesNotHoldUpTheChain()
-{
-    PollerBench bench;
-    bench.poller.requestFaultClear();
-    while (bench.frames.size() < 16)
-        bench.answer();
-    QVERIFY(bench.waitForFrames(17));
-    bench.items.clear();
-    bench.answer();
-    QCOMPARE(bench.items.size(), 7);
-    QCOMPARE(bench.last(), secondPoll);
-}
-
-void MonitorPollerWritesTest::faultClearThatHasWaitedTooLongIsNotSent()
-{
-    PollerBench bench;
-    bench.poller.requestFaultClear();
-    QVERIFY(!bench.waitForFrames(2, 3100));
-    bench.finishCycle();
-    QCOMPARE(bench.frames.size(), 15);
-    // It can be pressed again.
-    bench.poller.requestFaultClear();
-    QVERIFY(bench.waitForFrames(16));
-    bench.finishCycle();
-    QCOMPARE(bench.last(), faultClear);
 }
 
 QTEST_GUILESS_MAIN(MonitorPollerWritesTest)

@@ -1,82 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The monitor window: its panels on one chain of polls, alone and in the main window.
-#include "monitor/parameter_monitor.h"
-
-#include "link/serialport.h"
+// The monitor window: its panels on one chain of polls, and what they have it send.
+#include "monitorbench.h"
 #include "support/modalanswers.h"
-#include "support/monitordriver.h"
-#include "support/registerpeer.h"
-#include "support/signallog.h"
-#include "support/testdirectory.h"
-#include "support/wire.h"
 
 #include <QComboBox>
 #include <QLineEdit>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMessageBox>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTabWidget>
-#include <QTableWidget>
-#include <QTest>
-#include <QTimer>
-
-#include <memory>
 
 namespace {
 
-// A window whose frames go to a peer that stands in for the link.
-class Bench
-{
-public:
-    explicit Bench(const char *language = "en_US")
-    {
-        directory.setLanguage(QString::fromLatin1(language));
-        window = new Parameter_Monitor;
-        driver = std::make_unique<MonitorDriver>(window);
-        QObject::connect(window, qOverload<QByteArray, QString>(&Parameter_Monitor::writeToSerialPort), &peer,
-                         &RegisterPeer::take);
-        QObject::connect(&peer, &RegisterPeer::reply, window, &Parameter_Monitor::handleParameterMonitor);
-        QObject::connect(&peer, &RegisterPeer::reply, window, [this](const QByteArray &reply) {
-            // The link tells the record's reply once more.
-            if (peer.frames.last().mid(2, 2) == wire::bytes("2352"))
-                window->handleFalutHistory(reply);
-        });
-        QObject::connect(window, &Parameter_Monitor::withdrawRequests, window,
-                         [this](const QString &name) { withdrawn << name; });
-    }
-    ~Bench() { delete window; }
-    Q_DISABLE_COPY_MOVE(Bench)
-
-    // Waits until so many cycles more have begun.
-    bool waitForCycles(int count) const
-    {
-        const int wanted = cycles() + count;
-        return QTest::qWaitFor([this, wanted] { return cycles() >= wanted; });
-    }
-    int cycles() const { return peer.frames.count(wire::frame("010325DC0007")); }
-    // The frames that are no reads, without their CRC.
-    QStringList writes() const
-    {
-        QStringList list;
-        for (const QByteArray &frame : peer.frames) {
-            if (frame.at(1) != 3)
-                list << QString::fromLatin1(frame.chopped(2).toHex()).toUpper();
-        }
-        return list;
-    }
-    bool waitForWrites(int count) const
-    {
-        return QTest::qWaitFor([this, count] { return writes().size() >= count; });
-    }
-
-    TestDirectory directory;
-    RegisterPeer peer;
-    Parameter_Monitor *window = nullptr;
-    std::unique_ptr<MonitorDriver> driver;
-    QStringList withdrawn;
-};
+using Bench = MonitorBench;
 
 } // namespace
 
@@ -85,7 +19,6 @@ class ParameterMonitorTest : public QObject
     Q_OBJECT
 
 private slots:
-    void windowHasItsForm();
     void everyFrameCarriesTheWindowsName();
     void everyRowFillsWithinACycle_data();
     void everyRowFillsWithinACycle();
@@ -104,27 +37,7 @@ private slots:
     void readFillsTheFields();
     void everyFieldHasItsFrame_data();
     void everyFieldHasItsFrame();
-    void closingWithdrawsWhatIsQueued();
-    void boxesOfTheConstructionDoNotStopTheChain();
-    void maximizedWindowReportsItsTitle();
-    void minimizedWindowReportsNothing();
-    void smallWindowScrolls();
-    void onlyTheShortDirectionScrolls_data();
-    void onlyTheShortDirectionScrolls();
-    void largeWindowIsFilled();
 };
-
-void ParameterMonitorTest::windowHasItsForm()
-{
-    const Bench bench;
-    QCOMPARE(bench.window->windowTitle(), QStringLiteral("Monitor"));
-    const QTabWidget *const tabs = bench.driver->tabs();
-    QCOMPARE(tabs->minimumSize(), QSize(850, 500));
-    QCOMPARE(tabs->count(), 2);
-    QCOMPARE(tabs->tabText(0), QStringLiteral("Parameter Monitor"));
-    QCOMPARE(tabs->tabText(1), QStringLiteral("Fault History"));
-    QVERIFY(!bench.window->widgetResizable());
-}
 
 void ParameterMonitorTest::everyFrameCarriesTheWindowsName()
 {
@@ -407,108 +320,6 @@ void ParameterMonitorTest::everyFieldHasItsFrame()
     QVERIFY(bench.waitForWrites(1));
     QVERIFY(bench.waitForCycles(2));
     QCOMPARE(bench.writes(), QStringList(frame));
-}
-
-void ParameterMonitorTest::closingWithdrawsWhatIsQueued()
-{
-    Bench bench;
-    bench.peer.held = true;
-    QVERIFY(bench.waitForCycles(1));
-    QVERIFY(bench.withdrawn.isEmpty());
-    SignalLog<QString> withdrawn(bench.window, &Parameter_Monitor::withdrawRequests);
-    delete bench.window;
-    bench.window = nullptr;
-    QCOMPARE(withdrawn.count(QStringLiteral("Monitor")), 1);
-}
-
-// The first box stands for longer than the first poll waits.
-void ParameterMonitorTest::boxesOfTheConstructionDoNotStopTheChain()
-{
-    ModalAnswers boxes;
-    boxes.expect(QStringLiteral("File does not exist"), [](QMessageBox *box) {
-        QTimer::singleShot(150, box, [box] { box->done(QMessageBox::Ok); });
-    });
-    boxes.expect(QStringLiteral("File does not exit"));
-    boxes.expect(QStringLiteral("File does not exist"));
-    boxes.expect(QStringLiteral("File does not exist"));
-    Q_CLEANUP_RESOURCE(catalogue);
-    const Bench bench;
-    Q_INIT_RESOURCE(catalogue);
-    QVERIFY(boxes.isDone());
-    QVERIFY(bench.waitForCycles(1));
-}
-
-void ParameterMonitorTest::maximizedWindowReportsItsTitle()
-{
-    const TestDirectory directory;
-    QMdiArea area;
-    area.resize(1000, 700);
-    area.show();
-    auto *const window = new Parameter_Monitor;
-    const SignalLog<QString> states(window, &Parameter_Monitor::windowStateChanged);
-    QMdiSubWindow *const sub = area.addSubWindow(window);
-    window->show();
-    sub->showMaximized();
-    QTRY_VERIFY(states.count() > 0);
-    QCOMPARE(std::get<0>(states.calls.last()), QStringLiteral("Monitor"));
-    sub->showNormal();
-    QCOMPARE(std::get<0>(states.calls.last()), QString());
-    sub->showMaximized();
-    QCOMPARE(std::get<0>(states.calls.last()), QStringLiteral("Monitor"));
-    sub->showMinimized();
-    QCOMPARE(std::get<0>(states.calls.last()), QString());
-}
-
-// A window of its own, which keeps both states.
-void ParameterMonitorTest::minimizedWindowReportsNothing()
-{
-    const Bench bench;
-    const SignalLog<QString> states(bench.window, &Parameter_Monitor::windowStateChanged);
-    bench.window->setWindowState(Qt::WindowMaximized);
-    QCOMPARE(std::get<0>(states.calls.last()), QStringLiteral("Monitor"));
-    bench.window->setWindowState(Qt::WindowMaximized | Qt::WindowMinimized);
-    QCOMPARE(std::get<0>(states.calls.last()), QString());
-}
-
-void ParameterMonitorTest::smallWindowScrolls()
-{
-    const Bench bench;
-    bench.window->resize(600, 400);
-    bench.window->show();
-    const QTabWidget *const tabs = bench.driver->tabs();
-    QVERIFY(tabs->width() >= 850);
-    QVERIFY(tabs->height() >= 500);
-    QVERIFY(bench.window->horizontalScrollBar()->maximum() > 0);
-    QVERIFY(bench.window->verticalScrollBar()->maximum() > 0);
-}
-
-void ParameterMonitorTest::onlyTheShortDirectionScrolls_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<bool>("isLow");
-    QTest::newRow("low and wide") << QSize(1800, 300) << true;
-    QTest::newRow("high and narrow") << QSize(500, 1400) << false;
-}
-
-void ParameterMonitorTest::onlyTheShortDirectionScrolls()
-{
-    QFETCH(QSize, size);
-    QFETCH(bool, isLow);
-    const Bench bench;
-    bench.window->show();
-    bench.window->resize(size);
-    QTRY_COMPARE(bench.window->verticalScrollBar()->maximum() > 0, isLow);
-    QCOMPARE(bench.window->horizontalScrollBar()->maximum() > 0, !isLow);
-}
-
-void ParameterMonitorTest::largeWindowIsFilled()
-{
-    const Bench bench;
-    bench.window->show();
-    bench.window->resize(1600, 1000);
-    QTRY_COMPARE(bench.driver->tabs()->size(), bench.window->viewport()->size());
-    QCOMPARE(bench.window->horizontalScrollBar()->maximum(), 0);
-    QCOMPARE(bench.window->verticalScrollBar()->maximum(), 0);
 }
 
 QTEST_MAIN(ParameterMonitorTest)
