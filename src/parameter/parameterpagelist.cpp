@@ -21,13 +21,23 @@ ParameterPageList::ParameterPageList(QWidget *parent)
 QSize ParameterPageList::sizeHint() const
 {
     constexpr int margin = 8; // pixels
-    return {sizeHintForColumn(0) + 2 * frameWidth() + margin, QListWidget::sizeHint().height()};
+    // Asked for again at every page that a read turns over.
+    if (namesWidth < 0)
+        namesWidth = sizeHintForColumn(0);
+    return {namesWidth + 2 * frameWidth() + margin, QListWidget::sizeHint().height()};
+}
+
+void ParameterPageList::changeEvent(QEvent *event)
+{
+    namesWidth = -1;
+    QListWidget::changeEvent(event);
 }
 
 void ParameterPageList::toggleFold()
 {
     const bool fold = !item(1)->isHidden();
     item(0)->setText(QString::fromLatin1(fold ? foldedHead : unfoldedHead));
+    namesWidth = -1;
     for (int row = 1; row < count(); ++row)
         item(row)->setHidden(fold);
 }

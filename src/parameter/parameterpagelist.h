@@ -17,4 +17,10 @@ public:
 
     // Folds the pages away, or shows them again if they are.
     void toggleFold();
+
+protected:
+    void changeEvent(QEvent *event) override;
+
+private:
+    mutable int namesWidth = -1; // pixels of the longest name; -1: not known
 };

@@ -33,12 +33,14 @@ constexpr std::array<int, 6> valuePlaces{{13, 14, 15, 16, 13, 0}};
 ParameterTable::ParameterTable(QWidget *parent)
     : QTableWidget(0, ColumnCount, parent)
 {
+    forgetRows();
     setFont(QFont(QStringLiteral("微软雅黑")));
     setSelectionBehavior(QAbstractItemView::SelectRows);
     setSelectionMode(QAbstractItemView::SingleSelection);
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     buildHeaders();
     buildCornerButton();
+    connect(model(), &QAbstractItemModel::rowsRemoved, this, &ParameterTable::forgetRows);
     drawingTimer.setSingleShot(true);
     drawingTimer.setInterval(drawingInterval);
     connect(&drawingTimer, &QTimer::timeout, this, &ParameterTable::drawChangedCells);
@@ -153,7 +155,7 @@ QStringList ParameterTable::rowTexts(int row) const
 void ParameterTable::showReply(int number, const QByteArray &bytes)
 {
     for (int row = 0; row < rowCount(); ++row) {
-        if (numberInGroup(code(row)) != number)
+        if (numberOf(row) != number)
             continue;
         const QString value = decodeValue(hexText(bytes), text(row, HexColumn), text(row, UnitColumn),
                                           text(row, MinColumn), text(row, MaxColumn));
@@ -244,11 +246,50 @@ void ParameterTable::writeParams()
     emit writeCurrentValue(record, false);
 }
 
+// Qt asks for the width of every column when a page is turned over, and looks at every row for it: most of
+// what a page read would cost.
+int ParameterTable::sizeHintForColumn(int column) const
+{
+    int &hint = columnHints[column];
+    if (hint < 0)
+        hint = QTableWidget::sizeHintForColumn(column);
+    return hint;
+}
+
+void ParameterTable::forgetRows()
+{
+    columnHints.fill(-1, ColumnCount);
+    rowNumbers.clear();
+}
+
+int ParameterTable::numberOf(int row) const
+{
+    if (rowNumbers.isEmpty()) {
+        for (int i = 0; i < rowCount(); ++i)
+            rowNumbers.append(numberInGroup(code(i)));
+    }
+    return rowNumbers.at(row);
+}
+
+void ParameterTable::rowsInserted(const QModelIndex &parent, int start, int end)
+{
+    forgetRows();
+    QTableWidget::rowsInserted(parent, start, end);
+}
+
+void ParameterTable::changeEvent(QEvent *event)
+{
+    forgetRows();
+    QTableWidget::changeEvent(event);
+}
+
 // Cells that change one after another are drawn together, 25 times a second: each drawing would hold up the
 // next request of a page read.
 void ParameterTable::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
                                  const QVector<int> &roles)
 {
+    for (int column = topLeft.column(); column <= bottomRight.column(); ++column)
+        columnHints[column] = -1;
     if (topLeft != bottomRight || !isVisible() || QAccessible::isActive() || !drawingTimer.isActive()) {
         QTableWidget::dataChanged(topLeft, bottomRight, roles);
         drawingTimer.start();

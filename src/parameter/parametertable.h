@@ -68,8 +68,11 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    int sizeHintForColumn(int column) const override;
 
 protected slots:
+    void rowsInserted(const QModelIndex &parent, int start, int end) override;
     void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
                      const QVector<int> &roles = QVector<int>()) override;
 
@@ -79,9 +82,13 @@ private:
     void paintCornerButton();
     bool offersNoWrite(int row) const;
     void drawChangedCells();
+    void forgetRows();
+    int numberOf(int row) const;
 
     QTimer drawingTimer;                   // runs while changed cells wait to be drawn together
     QVector<QPair<int, int>> undrawnCells; // row and column
+    mutable QVector<int> rowNumbers;       // number of each row's code in its group; empty: not known
+    mutable QVector<int> columnHints;      // pixels that the contents of each column need; -1: not known
     int currentRow = -1;                   // row of the last double-click
     QVector<int> rowCell;                  // row and column of the last context menu
     QMenu *menu = nullptr;
