@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/portlist.h"
 
+#include "link/portstamp.h"
+
+#include <QByteArray>
 #include <QSerialPortInfo>
 
 #include <algorithm>
@@ -28,14 +31,34 @@ SerialPortEntry entryOf(const QSerialPortInfo &info)
     return entry;
 }
 
+// What the system listed last, and the stamp that its ports had before.
+struct SystemPorts
+{
+    std::mutex mutex;
+    QByteArray stamp;
+    QList<SerialPortEntry> entries;
+};
+
+QList<SerialPortEntry> systemPorts()
+{
+    static SystemPorts known;
+    const QByteArray stamp = portStamp();
+    const std::lock_guard<std::mutex> lock(known.mutex);
+    if (!stamp.isEmpty() && stamp == known.stamp)
+        return known.entries;
+    known.stamp = stamp;
+    known.entries.clear();
+    const QList<QSerialPortInfo> infos = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo &info : infos)
+        known.entries.append(entryOf(info));
+    return known.entries;
+}
+
 } // namespace
 
 QList<SerialPortEntry> serialPorts()
 {
-    QList<SerialPortEntry> entries;
-    const QList<QSerialPortInfo> infos = QSerialPortInfo::availablePorts();
-    for (const QSerialPortInfo &info : infos)
-        entries.append(entryOf(info));
+    const QList<SerialPortEntry> entries = systemPorts();
     AddedPorts &added = addedPorts();
     const std::lock_guard<std::mutex> lock(added.mutex);
     return entries + added.entries;

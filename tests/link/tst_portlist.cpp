@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "link/portlist.h"
+#include "link/portstamp.h"
 
+#include <QDir>
 #include <QSerialPortInfo>
 #include <QTest>
+
+#include <ctime>
 
 class PortListTest : public QObject
 {
@@ -12,6 +16,8 @@ private slots:
     void systemPortsComeFirstInTheirOrder();
     void addedPortIsListedUntilItIsRemoved();
     void addingAgainReplacesTheEntryInItsPlace();
+    void stampChangesWithThePortsOnly();
+    void watchingTheListCostsNextToNothing();
 };
 
 namespace {
@@ -65,6 +71,33 @@ void PortListTest::addingAgainReplacesTheEntryInItsPlace()
     QCOMPARE(serialPorts().at(before.size()).description, QStringLiteral("second"));
     removeSerialPort(QStringLiteral("a"));
     removeSerialPort(QStringLiteral("b"));
+}
+
+void PortListTest::stampChangesWithThePortsOnly()
+{
+    const QByteArray stamp = portStamp();
+    if (QDir("/sys/class/tty").exists()) {
+        QVERIFY(stamp.contains(QDir("/sys/class/tty")
+                                   .entryList(QDir::AllEntries | QDir::NoDotAndDotDot)
+                                   .value(0)
+                                   .toLocal8Bit()));
+        QCOMPARE(portStamp(), stamp);
+    } else {
+        QCOMPARE(stamp, QByteArray());
+    }
+}
+
+// The watch looks once a second, on the main thread.
+void PortListTest::watchingTheListCostsNextToNothing()
+{
+    if (portStamp().isEmpty())
+        return;
+    serialPorts();
+    const std::clock_t before = std::clock();
+    for (int look = 0; look < 50; ++look)
+        serialPorts();
+    const double milliseconds = 1e3 * double(std::clock() - before) / CLOCKS_PER_SEC / 50;
+    QVERIFY2(milliseconds < 2, QByteArray::number(milliseconds).constData());
 }
 
 QTEST_GUILESS_MAIN(PortListTest)
