@@ -154,17 +154,18 @@ void measureMainThread()
                 row("replot of QCustomPlot", replots)});
 }
 
-// Percent of a core over some seconds.
-QStringList share(const char *what)
+// Percent of a core over some seconds, and the batches of samples that came meanwhile.
+QStringList share(const char *what, const int *batches)
 {
     QElapsedTimer clock;
     clock.start();
+    const int before = *batches;
     const double process = processSeconds();
     const double thread = threadSeconds();
     runFor(watched * 1000);
     const double passed = static_cast<double>(clock.nsecsElapsed()) * 1e-9;
     return {what, figure(100 * (processSeconds() - process) / passed, 2),
-            figure(100 * (threadSeconds() - thread) / passed, 2)};
+            figure(100 * (threadSeconds() - thread) / passed, 2), figure((*batches - before) / passed, 0)};
 }
 
 void measureRun(const QString &portName)
@@ -183,18 +184,19 @@ void measureRun(const QString &portName)
     scope.show();
     port.getPortName(QStringLiteral("Drive(%1)").arg(portName), usbMark);
     waitUntil([&online] { return online; }, "the link");
-    QVector<QStringList> rows{{"scope window, four channels", "all threads", "main thread"}};
+    QVector<QStringList> rows{
+        {"scope window, four channels", "all threads", "main thread", "batches a second, of 200"}};
     runFor(500);
-    rows.append(share("before the first run"));
+    rows.append(share("before the first run", &batches));
     scope.runActSlot();
     waitUntil([&batches] { return batches > 100; }, "the stream");
-    rows.append(share("live, the window stands"));
+    rows.append(share("live, the window stands", &batches));
     fill(scope.findChild<Plotter *>(), 600000);
     runFor(500);
-    rows.append(share("live, the window rolls"));
+    rows.append(share("live, the window rolls", &batches));
     scope.runActSlot();
     runFor(1000);
-    rows.append(share("stopped"));
+    rows.append(share("stopped", &batches));
     printTable(QStringLiteral("Percent of one core, over %1 s").arg(watched), rows);
     port.prepareShutdown();
     port.wait();
