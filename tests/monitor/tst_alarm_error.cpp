@@ -3,6 +3,7 @@
 #include "alarmpanels.h"
 #include "support/modalanswers.h"
 
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QSignalSpy>
@@ -28,6 +29,8 @@ class AlarmErrorTest : public QObject
 
 private slots:
     void panelStartsEmpty();
+    void fieldsStandInTheirCells_data();
+    void fieldsStandInTheirCells();
     void numberShowsItsRow_data();
     void numberShowsItsRow();
     void noFaultLeavesEverythingEmpty();
@@ -70,6 +73,36 @@ void AlarmErrorTest::panelStartsEmpty()
     const QList<QLineEdit *> edits = panels.panel->findChildren<QLineEdit *>();
     for (const QLineEdit *edit : edits)
         QVERIFY(edit->isReadOnly());
+}
+
+void AlarmErrorTest::fieldsStandInTheirCells_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("alarm") << QStringLiteral("alarm");
+    QTest::newRow("fault") << QStringLiteral("fault");
+}
+
+void AlarmErrorTest::fieldsStandInTheirCells()
+{
+    QFETCH(QString, kind);
+    const Panels panels;
+    const auto placeOf = [&panels](QWidget *widget) {
+        int row = -1;
+        int column = -1;
+        int rows = 0;
+        int columns = 0;
+        const QList<QGridLayout *> grids = panels.panel->findChildren<QGridLayout *>();
+        for (const QGridLayout *grid : grids) {
+            if (grid->indexOf(widget) >= 0)
+                grid->getItemPosition(grid->indexOf(widget), &row, &column, &rows, &columns);
+        }
+        return QList<int>{row, column, rows, columns};
+    };
+    QCOMPARE(placeOf(panels.edit(kind + QLatin1String("CurrentEdit"))), (QList<int>{0, 1, 1, 1}));
+    QCOMPARE(placeOf(panels.edit(kind + QLatin1String("NameEdit"))), (QList<int>{1, 1, 1, 1}));
+    QCOMPARE(placeOf(panels.edit(kind + QLatin1String("CauseEdit"))), (QList<int>{2, 1, 1, 3}));
+    QCOMPARE(placeOf(panels.edit(kind + QLatin1String("CorrectiveEdit"))), (QList<int>{3, 1, 1, 4}));
+    QCOMPARE(placeOf(panels.lamp()), (QList<int>{0, 4, 2, 2}));
 }
 
 void AlarmErrorTest::numberShowsItsRow_data()

@@ -35,6 +35,8 @@ private slots:
     void levelButtonOfTheEnableRowMovesTheServoButton();
     void withdrawnEnableShowsOnBothPanels();
     void readFillsTheFields();
+    void everySlotRaisesItsRequest_data();
+    void everySlotRaisesItsRequest();
     void everyFieldHasItsFrame_data();
     void everyFieldHasItsFrame();
 };
@@ -272,6 +274,43 @@ void ParameterMonitorTest::readFillsTheFields()
     QCOMPARE(bench.driver->edit("lineEdit6")->text(), QStringLiteral("5000.0"));
     QVERIFY(bench.waitForCycles(2));
     QCOMPARE(bench.writes(), QStringList());
+}
+
+void ParameterMonitorTest::everySlotRaisesItsRequest_data()
+{
+    QTest::addColumn<QByteArray>("slot");
+    QTest::addColumn<QList<int>>("arguments");
+    QTest::addColumn<QString>("frame");
+    const auto row = [](const char *slot, const QList<int> &arguments, const char *frame) {
+        QTest::newRow(slot) << QByteArray(slot) << arguments << QString::fromLatin1(frame);
+    };
+    row("handleDISourceChangeSlot", {1}, "0106E0C8FFFF");
+    row("handleDOSourceChangeSlot", {0}, "0106E0C90000");
+    row("handleDIfunctionChangeSlot", {4, 12}, "0106E0D70012");
+    row("handleDOfunctionChangeSlot", {15, 9}, "0106E0F60009");
+    row("handleDIBtnclickdSlot", {0x8001}, "010620CA8001");
+    row("handleDOBtnclickdSlot", {0x8000}, "010620CB8000");
+    row("handlemethodComboBoxChangedSlot", {2}, "0106E0640002");
+    row("handlePn300ComboBoxChangedSlot", {4121}, "0106E12C4121");
+    row("handleLineEditChangedSlot", {3, 1005}, "0110E191000204000003ED");
+    row("handleotherComboBoxChangedSlot", {1, 2}, "0106E1F40002");
+    row("handleFalutClearSlot", {}, "010623200001");
+}
+
+void ParameterMonitorTest::everySlotRaisesItsRequest()
+{
+    QFETCH(QByteArray, slot);
+    QFETCH(QList<int>, arguments);
+    QFETCH(QString, frame);
+    const Bench bench;
+    QVERIFY(bench.waitForCycles(1));
+    const auto argument = [&arguments](int place) {
+        return place < arguments.size() ? Q_ARG(int, arguments.at(place)) : QGenericArgument();
+    };
+    QVERIFY(QMetaObject::invokeMethod(bench.window, slot.constData(), argument(0), argument(1)));
+    QVERIFY(bench.waitForWrites(1));
+    QVERIFY(bench.waitForCycles(2));
+    QCOMPARE(bench.writes(), QStringList(frame));
 }
 
 void ParameterMonitorTest::everyFieldHasItsFrame_data()

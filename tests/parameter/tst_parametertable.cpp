@@ -72,6 +72,7 @@ private slots:
     void eachFlagShowsItsOwnMark_data();
     void eachFlagShowsItsOwnMark();
     void replyShowsInEveryRowOfItsNumber();
+    void replyFindsItsRowWhenRowsHaveComeAndGone();
     void replyWithoutARowChangesNothing();
     void readValueTurnsBlueWhenItDiffersFromTheDefault_data();
     void readValueTurnsBlueWhenItDiffersFromTheDefault();
@@ -299,6 +300,22 @@ void ParameterTableTest::replyShowsInEveryRowOfItsNumber()
     QCOMPARE(table.text(0, ParameterTable::ValueColumn), QStringLiteral("7"));
     QCOMPARE(table.text(1, ParameterTable::ValueColumn), QString());
     QCOMPARE(table.text(2, ParameterTable::ValueColumn), QStringLiteral("0x0007"));
+}
+
+void ParameterTableTest::replyFindsItsRowWhenRowsHaveComeAndGone()
+{
+    ParameterTable table;
+    table.addRow(version);
+    table.addRow(reserved);
+    table.showReply(2, QByteArray::fromHex("0005"));
+    QCOMPARE(table.item(1, Value)->text(), QStringLiteral("5"));
+    table.removeRow(0);
+    table.showReply(2, QByteArray::fromHex("0007"));
+    QCOMPARE(table.item(0, Value)->text(), QStringLiteral("7"));
+    table.addRow(jogSpeed);
+    table.showReply(7, QByteArray::fromHex("07d0"));
+    QCOMPARE(table.item(1, Value)->text(), QStringLiteral("200.0"));
+    QCOMPARE(table.item(0, Value)->text(), QStringLiteral("7"));
 }
 
 void ParameterTableTest::replyWithoutARowChangesNothing()
