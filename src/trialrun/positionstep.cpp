@@ -17,6 +17,30 @@ PositionStep::PositionStep(TrialSequence *trialSequence, TrialRunPage *trialPage
     : sequence(trialSequence)
     , page(trialPage)
 {
+    forgetTable();
+}
+
+// What is typed before a mode is chosen goes nowhere, and would be shown as if the drive had it.
+void PositionStep::forgetTable()
+{
+    tableUnread = true;
+    page->positionTable->setAcceptsEdits(false);
+}
+
+// A value that the drive refuses to tell stays blank. What is typed meanwhile would be shown and never
+// written.
+void PositionStep::readTable(TrialStage stage)
+{
+    page->positionTable->setAcceptsEdits(false);
+    page->positionTable->clearValues();
+    sequence->replaceReads(stage, stage == TrialStage::ReadingOnce ? onceReads() : continuousReads());
+}
+
+void PositionStep::tableStands(TrialStage readIn)
+{
+    page->positionTable->setAcceptsEdits(true);
+    if (readIn == TrialStage::ReadingContinuous)
+        sequence->continueWith(TrialStage::Idle, mirrorFrames(page->positionTable->values()));
 }
 
 void PositionStep::takeValue(TrialStage readIn, int address, const QByteArray &bytes)
@@ -43,10 +67,13 @@ void PositionStep::chooseOnce()
     page->positionTable->setRowEditable(waitRow, false);
     page->setMoveButtonsEnabled(true);
     page->setRunEnabled(false);
-    if (tableUnread)
-        sequence->replaceReads(TrialStage::ReadingOnce, onceReads());
-    else
-        sequence->continueWith(TrialStage::WritingTableOnce, onceTableFrames(cellsToWrite()));
+    if (tableUnread) {
+        // Nothing is moved by a distance that is not shown.
+        movingDistance = 0;
+        readTable(TrialStage::ReadingOnce);
+        return;
+    }
+    sequence->continueWith(TrialStage::WritingTableOnce, onceTableFrames(cellsToWrite()));
 }
 
 void PositionStep::chooseContinuous()
@@ -55,7 +82,7 @@ void PositionStep::chooseContinuous()
     page->setMoveButtonsEnabled(false);
     page->setRunEnabled(true);
     if (tableUnread) {
-        sequence->replaceReads(TrialStage::ReadingContinuous, continuousReads());
+        readTable(TrialStage::ReadingContinuous);
         return;
     }
     page->positionTable->setValue(waitRow, QString::number(waitTime));

@@ -19,10 +19,12 @@ public:
     PositionStep(TrialSequence *trialSequence, TrialRunPage *trialPage);
 
     // The table holds no values of the drive any more: the next choice of a mode reads it.
-    void forgetTable() { tableUnread = true; }
+    void forgetTable();
     void setWaitTime(int time) { waitTime = time; }
     // The reply to a read of the table.
     void takeValue(TrialStage readIn, int address, const QByteArray &bytes);
+    // All of them are in.
+    void tableStands(TrialStage readIn);
 
     void chooseOnce();
     void chooseContinuous();
@@ -34,6 +36,7 @@ public:
 
 private:
     void draw(Direction direction, bool pressed);
+    void readTable(TrialStage stage);
     // The cells of the table, whose distance is that of the next move too.
     QStringList cellsToWrite();
 

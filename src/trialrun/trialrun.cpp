@@ -9,23 +9,15 @@
 #include "trialrun/trialrunpage.h"
 #include "trialrun/trialsequence.h"
 #include "trialrun/trialtable.h"
-#include "widgets/indicationlable.h"
-#include "widgets/labelgrop.h"
 #include "widgets/messages.h"
 #include "widgets/windowstate.h"
 
 #include <QCloseEvent>
-#include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QRadioButton>
-#include <QTimer>
-
-#include <cstdlib>
 
 namespace {
-
-constexpr int positionReadDelay = 10; // ms after a press
 
 // Deliberate: these two texts stand in Chinese in either language.
 const QString failedTitle = QStringLiteral("失败");
@@ -37,6 +29,7 @@ TrialRun::TrialRun(QWidget *parent)
     : QScrollArea(parent)
     , sequence(new TrialSequence(this))
     , page(new TrialRunPage)
+    , jogStep(sequence, page)
     , positionStep(sequence, page)
 {
     setWindowTitle(title());
@@ -59,11 +52,11 @@ void TrialRun::connectSequence()
     connect(sequence, &TrialSequence::withdrawNeeded, this,
             [this] { emit withdrawRequests(trialRunLinkName); });
     connect(sequence, &TrialSequence::valueRead, this, &TrialRun::takeValue);
-    connect(sequence, &TrialSequence::positionTold, this, &TrialRun::takePosition);
-    connect(sequence, &TrialSequence::jogTableRead, this, &TrialRun::jogTableStands);
-    connect(sequence, &TrialSequence::continuousTableRead, this, [this] {
-        sequence->continueWith(TrialStage::Idle, mirrorFrames(page->positionTable->values()));
-    });
+    connect(sequence, &TrialSequence::positionTold, this,
+            [this](const QByteArray &bytes) { jogStep.takePosition(bytes); });
+    connect(sequence, &TrialSequence::jogTableRead, this, [this] { jogStep.tableStands(); });
+    connect(sequence, &TrialSequence::positionTableRead, this,
+            [this](TrialStage readIn) { positionStep.tableStands(readIn); });
     connect(sequence, &TrialSequence::linkMissed, this, &TrialRun::linkEnded);
     connect(sequence, &TrialSequence::motionEnded, this, &TrialRun::showMotionEnded);
     connect(sequence, &TrialSequence::restored, this, [this] { finishClosing(false); });
@@ -135,42 +128,10 @@ void TrialRun::takeValue(TrialStage readIn, int address, const QByteArray &bytes
             positionStep.setWaitTime(signedNumber(bytes));
         return;
     }
-    if (readIn == TrialStage::ReadingJog) {
-        const int row = jogRowOf(address);
-        if (row >= 0)
-            page->jogTable->setValue(row, jogCellText(row, bytes));
-        return;
-    }
-    positionStep.takeValue(readIn, address, bytes);
-}
-
-void TrialRun::takePosition(const QByteArray &bytes)
-{
-    const int value = signedNumber(bytes);
-    const int forward = page->forwardLabel->valueLabel->text().toInt();
-    const int rollback = page->rollbackLabel->valueLabel->text().toInt();
-    page->rangeBar->currentValue = value;
-    page->rangeBar->spanValue = std::abs(double(rollback)) + std::abs(double(forward));
-    page->rangeBar->forwardValue = forward;
-    page->rangeBar->rollbackValue = rollback;
-    page->rangeBar->update();
-    if (value > 0)
-        forwardLimit = qMax(forwardLimit, value);
+    if (readIn == TrialStage::ReadingJog)
+        jogStep.takeValue(address, bytes);
     else
-        rollbackLimit = qMin(rollbackLimit, value);
-    currentPosition = value;
-    page->forwardLabel->valueLabel->setText(QString::number(forwardLimit));
-    page->currentLabel->valueLabel->setText(QString::number(currentPosition));
-    page->rollbackLabel->valueLabel->setText(QString::number(rollbackLimit));
-}
-
-// Only now has everything been saved and set up that the controls of step one work with.
-void TrialRun::jogTableStands()
-{
-    jogTableKnown = true;
-    page->jogTable->setEnabled(true);
-    page->servoOnButton->setEnabled(!servoIsOn);
-    page->positionRunButton->setEnabled(!page->jogRunButton->isEnabled());
+        positionStep.takeValue(readIn, address, bytes);
 }
 
 void TrialRun::endHolds()
@@ -179,17 +140,9 @@ void TrialRun::endHolds()
         button->endHold();
 }
 
-void TrialRun::showServoOff()
-{
-    servoIsOn = false;
-    page->servoOnButton->setEnabled(jogTableKnown);
-    page->servoOffButton->setEnabled(false);
-    page->setJogButtonsEnabled(false);
-}
-
 void TrialRun::showMotionEnded()
 {
-    showServoOff();
+    jogStep.showServoOff();
     if (!page->isRunning())
         return;
     page->setRunning(false);
@@ -203,13 +156,14 @@ void TrialRun::nextStepSlt()
     if (sequence->isRestoring())
         return;
     sequence->setPolling(false);
-    showServoOff();
+    jogStep.showServoOff();
     page->setStepEnabled(2, true);
     page->setStepEnabled(0, false);
     page->setStepEnabled(1, false);
     page->positionRunButton->setEnabled(false);
     page->jogRunButton->setEnabled(true);
-    sequence->replaceReads(TrialStage::EnteringStepThree, stepThreeFrames(forwardLimit, rollbackLimit));
+    sequence->replaceReads(TrialStage::EnteringStepThree,
+                           stepThreeFrames(jogStep.forward(), jogStep.rollback()));
     page->markOnly(2);
     page->jogTable->clearValues();
     positionStep.forgetTable();
@@ -221,9 +175,8 @@ void TrialRun::previousStepSlt()
     if (sequence->isRestoring())
         return;
     sequence->settle(TrialStage::ServoOff, trialpanel::off);
-    jogTableKnown = false;
-    page->jogTable->setEnabled(false);
-    showServoOff();
+    jogStep.forgetTable();
+    jogStep.showServoOff();
     page->setStepEnabled(0, true);
     page->positionRunButton->setEnabled(true);
     page->jogRunButton->setEnabled(false);
@@ -242,80 +195,49 @@ void TrialRun::previousStepSlt()
     initWrite();
 }
 
-// What is typed while the drive's values fill a table would be shown and never written.
 void TrialRun::jogTableWidgetCellClicked(int, int column)
 {
-    page->jogTable->chooseTriggers(column, !sequence->isReadingTable());
+    page->jogTable->chooseTriggers(column);
 }
 
 void TrialRun::operationTableWidgetCellClicked(int, int column)
 {
-    page->positionTable->chooseTriggers(column, !sequence->isReadingTable());
+    page->positionTable->chooseTriggers(column);
 }
 
 void TrialRun::buttonReleasedSlt() {}
 
 void TrialRun::servoOnSlt()
 {
-    if (sequence->isRestoring())
-        return;
-    page->markStep(1, true);
-    page->servoOnButton->setEnabled(false);
-    page->servoOffButton->setEnabled(true);
-    sequence->press(TrialStage::ServoOn, trialpanel::servoOn);
-    readAbsolutePosition();
-    servoIsOn = true;
-    page->setJogButtonsEnabled(true);
-    page->setStepEnabled(1, true);
-    sequence->setPolling(true);
+    if (!sequence->isRestoring())
+        jogStep.servoOn();
 }
 
 void TrialRun::servoOFFSlt()
 {
     endHolds();
-    if (sequence->isRestoring())
-        return;
-    sequence->settle(TrialStage::ServoOff, trialpanel::off);
-    sequence->setPolling(false);
-    showServoOff();
-}
-
-void TrialRun::jogPressed(int panelValue)
-{
-    if (sequence->isRestoring())
-        return;
-    sequence->press(sequence->stage(), panelValue);
-    QTimer::singleShot(positionReadDelay, this, [this] { readAbsolutePosition(); });
-    page->setStepEnabled(1, true);
-}
-
-void TrialRun::jogReleased()
-{
-    sequence->settle(sequence->stage(), trialpanel::servoOn);
+    if (!sequence->isRestoring())
+        jogStep.servoOff();
 }
 
 void TrialRun::jogforewardPressedSlt()
 {
-    jogPressed(trialpanel::jogForward);
-    TrialRunPage::drawForward(page->jogForward, true);
+    jogStep.press(JogStep::Forward);
 }
 
 void TrialRun::jogforewardReleasedSlt()
 {
-    jogReleased();
-    TrialRunPage::drawForward(page->jogForward, false);
+    jogStep.release(JogStep::Forward);
 }
 
 void TrialRun::jogrollbackPressedSlt()
 {
-    jogPressed(trialpanel::jogRollback);
-    TrialRunPage::drawRollback(page->jogRollback, true);
+    jogStep.press(JogStep::Rollback);
 }
 
 void TrialRun::jogrollbackReleasedSlt()
 {
-    jogReleased();
-    TrialRunPage::drawRollback(page->jogRollback, false);
+    jogStep.release(JogStep::Rollback);
 }
 
 bool TrialRun::checkCellInput(const QString &rangeText, const QString &cellText)
@@ -356,7 +278,7 @@ void TrialRun::jogitemChanged(QTableWidgetItem *item)
         sequence->stage() == TrialStage::ReadingJog || sequence->isRestoring())
         return;
     if (checkCell(page->jogTable, item))
-        sequence->writeNow(jogCellFrame(item->row(), item->text()));
+        jogStep.writeCell(item->row(), item->text());
 }
 
 void TrialRun::singleBtnToggledSlt(bool checked)

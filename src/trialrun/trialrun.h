@@ -4,6 +4,7 @@
 // Main thread; owned by its MDI sub-window, deletes itself on close.
 #pragma once
 
+#include "trialrun/jogstep.h"
 #include "trialrun/positionstep.h"
 #include "trialrun/trialstage.h"
 
@@ -75,23 +76,14 @@ private:
     void connectSequence();
     void connectPage();
     void takeValue(TrialStage readIn, int address, const QByteArray &bytes);
-    void takePosition(const QByteArray &bytes);
-    void jogTableStands();
-    void showServoOff();
     void showMotionEnded();
     void endHolds();
-    void jogPressed(int panelValue);
-    void jogReleased();
     bool checkCell(TrialTable *table, const QTableWidgetItem *item);
     void finishClosing(bool failed);
 
     TrialSequence *sequence = nullptr;
     TrialRunPage *page = nullptr;
+    JogStep jogStep;
     PositionStep positionStep;
-    bool servoIsOn = false; // the last servo command sent was ON
-    bool jogTableKnown = false;
-    int forwardLimit = 0;    // PUU, the furthest points seen
-    int rollbackLimit = 0;   // PUU
-    int currentPosition = 0; // PUU
     bool isClosing = false;
 };

@@ -7,28 +7,20 @@
 
 #include <QThread>
 
-#include <algorithm>
-
 namespace {
 
-constexpr int saveInterval = 100;      // ms
-constexpr int calmTime = 250;          // ms, longer than a reply stays doubtful
-constexpr int positionTimeLimit = 300; // ms
-constexpr int restoreTime = 4000;      // ms
-constexpr int servoOffTime = 50;       // ms that the drive gets for the control panel before anything else
-constexpr int jogReadDelay = 10;       // ms
+constexpr int saveInterval = 100; // ms
+constexpr int calmTime = 250;     // ms, longer than a reply stays doubtful
+constexpr int servoOffTime = 50;  // ms that the drive gets for the control panel before anything else
+constexpr int jogReadDelay = 10;  // ms
 constexpr int doubtLimit = 3;
 constexpr int refusalLimit = 10;
-
-bool isRead(const QByteArray &frame)
-{
-    return isReadReply(frame);
-}
 
 } // namespace
 
 TrialSequence::TrialSequence(QObject *parent)
     : QObject(parent)
+    , poll(&exchange)
 {
     connect(&exchange, &TrialExchange::frameReady, this, &TrialSequence::frameReady);
     connect(&exchange, &TrialExchange::withdrawNeeded, this, &TrialSequence::withdrawNeeded);
@@ -42,13 +34,11 @@ TrialSequence::TrialSequence(QObject *parent)
         else
             sendHeadFrame(true);
     });
-    positionTimer.setInterval(positionTimeLimit);
-    positionTimer.setSingleShot(true);
-    connect(&positionTimer, &QTimer::timeout, this, &TrialSequence::positionTimeout);
-    restoreTimer.setInterval(restoreTime);
-    restoreTimer.setSingleShot(true);
-    restoreTimer.setTimerType(Qt::PreciseTimer);
-    connect(&restoreTimer, &QTimer::timeout, this, &TrialSequence::giveUpRestore);
+    connect(&poll, &PositionPoll::overdue, this, [this] {
+        if (currentStage == TrialStage::Polling && poll.isAllowed())
+            poll.askAgain();
+    });
+    connect(&restore, &TrialRestore::overdue, this, &TrialSequence::giveUpRestore);
 }
 
 void TrialSequence::start()
@@ -61,7 +51,7 @@ void TrialSequence::saveInitValue()
     if (!isLinkOpen() || isRestoring())
         return;
     saveTimer.stop();
-    restoreFrames.clear();
+    restore.forget();
     startAnew(TrialStage::Saving, savedReads());
 }
 
@@ -80,11 +70,7 @@ void TrialSequence::readAbsolutePosition()
     if (isRestoring())
         return;
     currentStage = TrialStage::Polling;
-    if (exchange.isOutstanding(TrialExchange::Kind::Position))
-        return;
-    positionTimer.start();
-    ++looksAsked;
-    exchange.send(positionRead(), TrialExchange::Kind::Position);
+    poll.ask();
 }
 
 void TrialSequence::continueWith(TrialStage stage, const TrialFrames &frames)
@@ -92,7 +78,7 @@ void TrialSequence::continueWith(TrialStage stage, const TrialFrames &frames)
     if (isRestoring())
         return;
     currentStage = stage;
-    append(stage, frames);
+    frameQueue.append(stage, frames);
     sendHeadFrame();
 }
 
@@ -108,7 +94,7 @@ void TrialSequence::replaceReads(TrialStage stage, const TrialFrames &frames)
 {
     if (isRestoring())
         return;
-    drop([](const QueuedFrame &queued) { return trialStageRule(queued.stage).fills; });
+    drop([](const TrialQueue::Entry &queued) { return trialStageRule(queued.stage).fills; });
     continueWith(stage, frames);
 }
 
@@ -132,7 +118,7 @@ void TrialSequence::pressMove(TrialStage stage, int distance)
     if (isRestoring())
         return;
     currentStage = stage;
-    append(stage, {distanceFrame(distance), panelFrame(trialpanel::startMove)}, true);
+    frameQueue.append(stage, {distanceFrame(distance), panelFrame(trialpanel::startMove)}, true);
     sendHeadFrame();
     pressedInVain();
 }
@@ -140,7 +126,7 @@ void TrialSequence::pressMove(TrialStage stage, int distance)
 // Without a link the press would wait in the queue for a drive that comes back when nobody thinks of it.
 void TrialSequence::pressedInVain()
 {
-    if (isLinkOpen() || !isSaved())
+    if (isLinkOpen() || !restore.isWhole())
         return;
     QTimer::singleShot(0, this, [this] {
         if (!isLinkOpen())
@@ -153,9 +139,9 @@ void TrialSequence::settle(TrialStage stage, int panelValue)
     if (isRestoring())
         return;
     currentStage = stage;
-    dropHeld();
+    drop([](const TrialQueue::Entry &queued) { return queued.isHeld; });
     // Looks at the position that pile up on a disturbed line must not hold this up either.
-    if (exchange.hasUnconfirmedPress() || looksAsked > 1)
+    if (exchange.hasUnconfirmedPress() || poll.pilesUp())
         takeBack();
     exchange.sendSurely(panelFrame(panelValue), TrialExchange::Kind::Panel);
     sendHeadFrame();
@@ -169,67 +155,29 @@ void TrialSequence::takeBack()
     for (const TrialExchange::Request &request : unanswered) {
         if (request.kind == TrialExchange::Kind::Write) {
             exchange.send(request.frame, TrialExchange::Kind::Write);
-        } else if (request.kind == TrialExchange::Kind::Sequence && request.id == headId) {
-            headId = -1;
+        } else if (request.kind == TrialExchange::Kind::Sequence && frameQueue.isHead(request.id)) {
+            frameQueue.headLost();
             sendHeadFrame();
         }
     }
 }
 
-void TrialSequence::drop(const std::function<bool(const QueuedFrame &)> &unwanted)
+void TrialSequence::drop(const std::function<bool(const TrialQueue::Entry &)> &unwanted)
 {
-    if (frameQueue.isEmpty())
-        return;
-    if (unwanted(frameQueue.first())) {
-        headId = -1;
-        headTries = 0;
+    if (frameQueue.drop(unwanted))
         calmTimer.stop();
-    }
-    frameQueue.erase(std::remove_if(frameQueue.begin(), frameQueue.end(), unwanted), frameQueue.end());
-}
-
-void TrialSequence::dropHeld()
-{
-    drop([](const QueuedFrame &queued) { return queued.isHeld; });
 }
 
 void TrialSequence::setPolling(bool allowed)
 {
-    if (isRestoring())
-        return;
-    positionPolling = allowed;
-    if (allowed)
-        return;
-    positionTimer.stop();
-    looksAsked = 0;
-}
-
-void TrialSequence::setStage(TrialStage newStage)
-{
     if (!isRestoring())
-        currentStage = newStage;
-}
-
-bool TrialSequence::isReadingTable() const
-{
-    return std::any_of(frameQueue.begin(), frameQueue.end(),
-                       [](const QueuedFrame &queued) { return trialStageRule(queued.stage).fills; });
-}
-
-void TrialSequence::append(TrialStage stage, const TrialFrames &frames, bool isHeld)
-{
-    for (const QByteArray &frame : frames)
-        frameQueue.append({frame, stage, false, isHeld});
-    if (!frames.isEmpty())
-        frameQueue.last().isLast = true;
+        poll.allow(allowed);
 }
 
 void TrialSequence::clearQueue()
 {
     frameQueue.clear();
     calmTimer.stop();
-    headId = -1;
-    headTries = 0;
 }
 
 void TrialSequence::sendHeadFrame(bool isCalm)
@@ -239,16 +187,16 @@ void TrialSequence::sendHeadFrame(bool isCalm)
             finishRestore();
         return;
     }
-    if (headId >= 0 || calmTimer.isActive())
+    if (frameQueue.isHeadSent() || calmTimer.isActive())
         return;
-    const QueuedFrame head = frameQueue.first();
-    if (isRead(head.frame) && !isCalm && exchange.isDoubtful() && !isScopeStreamRunning()) {
+    const TrialQueue::Entry head = frameQueue.head();
+    if (isReadReply(head.frame) && !isCalm && exchange.isDoubtful() && !isScopeStreamRunning()) {
         calmTimer.start();
         return;
     }
     currentAddress = head.frame.mid(2, 2);
     const bool mustArrive = isRestoring() || head.frame == panelFrame(trialpanel::off);
-    headId = exchange.nextId();
+    frameQueue.headSent(exchange.nextId());
     if (mustArrive)
         exchange.sendSurely(head.frame, TrialExchange::Kind::Sequence);
     else
@@ -264,20 +212,20 @@ void TrialSequence::handleReply(const QByteArray &reply)
     if (!answered)
         return;
     if (answered->kind == TrialExchange::Kind::Position) {
-        if (currentStage == TrialStage::Polling && positionPolling && isReadReplyOf(reply, 2)) {
-            looksAsked = 0;
+        if (currentStage == TrialStage::Polling && poll.isAllowed() && isReadReplyOf(reply, 2)) {
+            poll.answered();
             emit positionTold(payloadFromFront(reply));
             readAbsolutePosition();
         }
-    } else if (answered->kind == TrialExchange::Kind::Sequence && answered->id == headId) {
+    } else if (answered->kind == TrialExchange::Kind::Sequence && frameQueue.isHead(answered->id)) {
         takeHead(reply);
     }
 }
 
 void TrialSequence::takeHead(const QByteArray &reply)
 {
-    headId = -1;
-    const QueuedFrame head = frameQueue.first();
+    frameQueue.headLost();
+    const TrialQueue::Entry head = frameQueue.head();
     if (mustAskAgain(head, reply)) {
         sendHeadFrame();
         return;
@@ -287,12 +235,11 @@ void TrialSequence::takeHead(const QByteArray &reply)
         startSavingAnew();
         return;
     }
-    if (rule.fills && isRead(head.frame) && isReadReplyOf(reply, registersOfRequest(head.frame)))
+    if (rule.fills && isReadReply(head.frame) && isReadReplyOf(reply, registersOfRequest(head.frame)))
         emit valueRead(head.stage, addressOfRequest(head.frame), payloadFromFront(reply));
     if (isRestoring() && addressOfRequest(head.frame) == trialregister::panel)
         exchange.panelRestored();
-    headTries = 0;
-    frameQueue.removeFirst();
+    frameQueue.takeHead();
     sendHeadFrame();
     if (head.isLast)
         endBatch(head.stage);
@@ -301,17 +248,17 @@ void TrialSequence::takeHead(const QByteArray &reply)
 // A request that the link has repeated may be answered twice, and then every answer behind it belongs to the
 // request before. A read is asked again when the line is calm; a write unless its answer names it. A
 // restoring write is tried again when the drive refuses it, as a motor that still turns may make it do.
-bool TrialSequence::mustAskAgain(const QueuedFrame &head, const QByteArray &reply)
+bool TrialSequence::mustAskAgain(const TrialQueue::Entry &head, const QByteArray &reply)
 {
     if (isRestoring() && isExceptionReply(reply)) {
-        if (++headTries <= refusalLimit)
+        if (frameQueue.countTry() <= refusalLimit)
             return true;
-        ++refused;
+        restore.countRefusal();
         return false;
     }
-    if (!exchange.isDoubtful() || isScopeStreamRunning() || ++headTries > doubtLimit)
+    if (!exchange.isDoubtful() || isScopeStreamRunning() || frameQueue.countTry() > doubtLimit)
         return false;
-    if (!isRead(head.frame) && TrialExchange::fits(head.frame, reply))
+    if (!isReadReply(head.frame) && TrialExchange::fits(head.frame, reply))
         return false;
     calmTimer.start();
     return true;
@@ -319,13 +266,10 @@ bool TrialSequence::mustAskAgain(const QueuedFrame &head, const QByteArray &repl
 
 bool TrialSequence::captureInitValue(const QByteArray &reply)
 {
-    const QByteArray request = frameQueue.first().frame;
-    if (!isReadReplyOf(reply, registersOfRequest(request)))
+    const QByteArray request = frameQueue.head().frame;
+    if (!restore.capture(request, reply))
         return false;
-    const QByteArray data = payloadFromFront(reply);
-    const int address = addressOfRequest(request);
-    emit valueRead(TrialStage::Saving, address, data);
-    restoreFrames.append(restoringFrame(address, data));
+    emit valueRead(TrialStage::Saving, addressOfRequest(request), payloadFromFront(reply));
     return true;
 }
 
@@ -333,7 +277,7 @@ bool TrialSequence::captureInitValue(const QByteArray &reply)
 void TrialSequence::startSavingAnew()
 {
     clearQueue();
-    restoreFrames.clear();
+    restore.forget();
     saveTimer.stop();
     calmTimer.start();
 }
@@ -362,25 +306,17 @@ void TrialSequence::endBatch(TrialStage batch)
             currentStage = TrialStage::Idle;
         if (batch == TrialStage::ReadingJog)
             emit jogTableRead();
-        else if (batch == TrialStage::ReadingContinuous)
-            emit continuousTableRead();
+        else
+            emit positionTableRead(batch);
         return;
     }
-}
-
-void TrialSequence::positionTimeout()
-{
-    if (currentStage != TrialStage::Polling || !positionPolling)
-        return;
-    exchange.forget(TrialExchange::Kind::Position);
-    readAbsolutePosition();
 }
 
 void TrialSequence::linkEnded()
 {
     const QList<TrialExchange::Request> unanswered = exchange.withdraw();
     exchange.forget();
-    headId = -1;
+    frameQueue.headLost();
     if (currentStage == TrialStage::Saving) {
         startSavingAnew();
         return;
@@ -389,7 +325,7 @@ void TrialSequence::linkEnded()
         sendHeadFrame();
         return;
     }
-    drop([](const QueuedFrame &queued) { return queued.isHeld || isAddressless(queued.frame); });
+    drop([](const TrialQueue::Entry &queued) { return queued.isHeld || isAddressless(queued.frame); });
     bool isPanelUnconfirmed = false;
     for (const TrialExchange::Request &request : unanswered) {
         if (request.kind == TrialExchange::Kind::Write)
@@ -413,9 +349,9 @@ TrialSequence::Closing TrialSequence::requestClose()
         return Closing::Now;
     }
     const bool pending = !frameQueue.isEmpty();
-    if (pending && !restoreTimer.isActive() && !restoreDone)
-        restoreTimer.start();
-    if (restoreDone)
+    if (pending && !restore.isDone())
+        restore.watch();
+    if (restore.isDone())
         return Closing::Now;
     if (isRestoring())
         return Closing::WhenRestored;
@@ -423,9 +359,9 @@ TrialSequence::Closing TrialSequence::requestClose()
     setPolling(false);
     clearQueue();
     currentStage = TrialStage::Restoring;
-    append(TrialStage::Restoring, restoringOrder(restoreFrames));
+    frameQueue.append(TrialStage::Restoring, restore.frames());
     if (frameQueue.isEmpty()) {
-        restoreTimer.stop();
+        restore.stopWatch();
         return Closing::Now;
     }
     sendHeadFrame();
@@ -440,7 +376,7 @@ void TrialSequence::leaveSilently()
     exchange.forget();
     clearQueue();
     saveTimer.stop();
-    restoreTimer.stop();
+    restore.stopWatch();
     setPolling(false);
     if (exchange.isPanelOn())
         exchange.send(panelFrame(trialpanel::off), TrialExchange::Kind::Panel);
@@ -448,9 +384,8 @@ void TrialSequence::leaveSilently()
 
 void TrialSequence::finishRestore()
 {
-    restoreTimer.stop();
-    restoreDone = true;
-    if (refused > 0)
+    restore.finish();
+    if (restore.wasRefused())
         emit restoreFailed();
     else
         emit restored();
@@ -461,6 +396,6 @@ void TrialSequence::giveUpRestore()
     if (frameQueue.isEmpty())
         return;
     leaveSilently();
-    restoreDone = true;
+    restore.finish();
     emit restoreFailed();
 }

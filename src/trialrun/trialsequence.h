@@ -4,12 +4,14 @@
 // Main thread; owned by TrialRun.
 #pragma once
 
+#include "trialrun/positionpoll.h"
 #include "trialrun/trialexchange.h"
 #include "trialrun/trialframes.h"
+#include "trialrun/trialqueue.h"
+#include "trialrun/trialrestore.h"
 #include "trialrun/trialstage.h"
 
 #include <QByteArray>
-#include <QList>
 #include <QObject>
 #include <QTimer>
 
@@ -51,7 +53,7 @@ public:
     // has not left is taken back first.
     void settle(TrialStage stage, int panelValue);
     void setPolling(bool allowed);
-    void setStage(TrialStage newStage);
+    void setStage(TrialStage newStage) { currentStage = isRestoring() ? currentStage : newStage; }
 
     void handleReply(const QByteArray &reply);
     // The link's worker has ended, and what was on the line with it.
@@ -61,10 +63,8 @@ public:
 
     TrialStage stage() const { return currentStage; }
     bool isRestoring() const { return currentStage == TrialStage::Restoring; }
-    // The whole set of registers is saved.
-    bool isSaved() const { return restoreFrames.size() == savedReads().size(); }
     // A table of the drive's values is being read.
-    bool isReadingTable() const;
+    bool isReadingTable() const { return frameQueue.fillsTable(); }
 
 signals:
     void frameReady(QByteArray frame);
@@ -74,7 +74,7 @@ signals:
     void valueRead(TrialStage readIn, int address, QByteArray data);
     void positionTold(QByteArray data);
     void jogTableRead();
-    void continuousTableRead();
+    void positionTableRead(TrialStage readIn);
     // Something was pressed without a link: it is to be taken for ended, as by a link that is lost.
     void linkMissed();
     // The link is gone, and with it every press.
@@ -83,44 +83,26 @@ signals:
     void restoreFailed();
 
 private:
-    struct QueuedFrame
-    {
-        QByteArray frame;
-        TrialStage stage = TrialStage::Idle; // in which it was queued: what its reply means
-        bool isLast = false;                 // of its batch
-        bool isHeld = false;                 // belongs to a press
-    };
-
     void sendHeadFrame(bool isCalm = false);
     void takeHead(const QByteArray &reply);
-    bool mustAskAgain(const QueuedFrame &head, const QByteArray &reply);
+    bool mustAskAgain(const TrialQueue::Entry &head, const QByteArray &reply);
     bool captureInitValue(const QByteArray &reply);
     void startSavingAnew();
     void endBatch(TrialStage batch);
-    void append(TrialStage stage, const TrialFrames &frames, bool isHeld = false);
     void clearQueue();
     void takeBack();
-    void drop(const std::function<bool(const QueuedFrame &)> &unwanted);
-    void dropHeld();
+    void drop(const std::function<bool(const TrialQueue::Entry &)> &unwanted);
     void pressedInVain();
-    void positionTimeout();
     void finishRestore();
     void giveUpRestore();
     void leaveSilently();
 
     TrialExchange exchange;
-    QList<QueuedFrame> frameQueue; // the head is on the line, or waits for a calm moment
-    TrialFrames restoreFrames;     // in reading order
+    PositionPoll poll;
+    TrialQueue frameQueue;
+    TrialRestore restore;
     TrialStage currentStage = TrialStage::Idle;
     QByteArray currentAddress; // of the frame last sent from the queue
-    int headId = -1;           // of the head's request; -1 while it is not outstanding
-    int headTries = 0;         // times that the head was asked again
-    int refused = 0;           // restoring writes that the drive did not take
-    int looksAsked = 0;        // at the position, since it was last told
-    bool positionPolling = false;
-    bool restoreDone = false;
-    QTimer saveTimer;     // until the link is open
-    QTimer calmTimer;     // until no second answer to an older request can come
-    QTimer positionTimer; // over one look at the position
-    QTimer restoreTimer;  // over the restore
+    QTimer saveTimer;          // until the link is open
+    QTimer calmTimer;          // until no second answer to an older request can come
 };

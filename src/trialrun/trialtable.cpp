@@ -76,11 +76,16 @@ void TrialTable::setRowEditable(int row, bool editable)
     cell->setFlags(editable ? cell->flags() | Qt::ItemIsEditable : cell->flags() & ~Qt::ItemIsEditable);
 }
 
-void TrialTable::chooseTriggers(int column, bool acceptsEdits)
+void TrialTable::chooseTriggers(int column)
 {
-    setEditTriggers(column == ColumnCount - 1 && acceptsEdits
+    setEditTriggers(column == ColumnCount - 1
                         ? QAbstractItemView::DoubleClicked | QAbstractItemView::SelectedClicked
                         : QAbstractItemView::NoEditTriggers);
+}
+
+bool TrialTable::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event)
+{
+    return acceptsEdits && QTableWidget::edit(index, trigger, event);
 }
 
 int TrialTable::sizeHintForColumn(int column) const

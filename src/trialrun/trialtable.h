@@ -23,10 +23,16 @@ public:
     void setValue(int row, const QString &text);
     void clearValues();
     void setRowEditable(int row, bool editable);
-    // Lets a value be edited by a double or a second click if edits are accepted, and nothing else.
-    void chooseTriggers(int column, bool acceptsEdits);
+    // Lets a value be edited by a double or a second click, and nothing else.
+    void chooseTriggers(int column);
+    // While edits are not accepted no cell opens, whatever triggers it.
+    void setAcceptsEdits(bool accepted) { acceptsEdits = accepted; }
 
 protected:
+    bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
     // Wide enough for the longest number, and never narrower when blank.
     int sizeHintForColumn(int column) const override;
+
+private:
+    bool acceptsEdits = true;
 };

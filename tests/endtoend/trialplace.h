@@ -22,6 +22,10 @@
 
 namespace trialplace {
 
+// The entry: 30 reads, 6 writes of the set-up, 5 reads for the table. And the way back.
+constexpr int entryFrames = 41;
+constexpr int restoreFrames = 30;
+
 constexpr int statusFrom = 1500; // the registers from here on are the drive's own
 constexpr int positionOffset = 1515;
 constexpr int panelOffset = 202;
@@ -91,6 +95,52 @@ inline void atFrame(TrialRun *window, int count, const std::function<void()> &ac
         if (++*sent == count)
             act();
     });
+}
+
+// A fault of the line that ends by itself, or is ended a moment later.
+struct LineFault
+{
+    QString begin;
+    QString end;
+};
+
+inline const QList<LineFault> &passingFaults()
+{
+    static const QList<LineFault> faults{{QStringLiteral("noreply 3"), {}},
+                                         {QStringLiteral("badcrc 3"), {}},
+                                         {QStringLiteral("split 2 5"), {}},
+                                         {QStringLiteral("splinter 2 5"), {}},
+                                         {QStringLiteral("late 1 70"), {}},
+                                         {QStringLiteral("stale 2"), {}},
+                                         {QStringLiteral("exception 2 4"), {}},
+                                         {QStringLiteral("silence 200"), {}},
+                                         {QStringLiteral("garbage on"), QStringLiteral("garbage off")}};
+    return faults;
+}
+
+// A row of each fault by its name.
+inline void addFaultRows(bool withGoodLine)
+{
+    QTest::addColumn<int>("fault"); // of passingFaults(), or -1
+    if (withGoodLine)
+        QTest::newRow("good line") << -1;
+    for (int i = 0; i < passingFaults().size(); ++i)
+        QTest::newRow(qPrintable(passingFaults().at(i).begin)) << i;
+}
+
+inline void strike(const Workplace &place, const LineFault &fault)
+{
+    constexpr int duration = 150; // ms
+    kt500sim::SimulatedDrive *const drive = place.drive.get();
+    drive->setFault(fault.begin);
+    if (!fault.end.isEmpty())
+        QTimer::singleShot(duration, place.window(), [drive, end = fault.end] { drive->setFault(end); });
+}
+
+// As a person closes it: by its frame.
+inline void close(TrialRun *window)
+{
+    window->parentWidget()->close();
 }
 
 } // namespace trialplace

@@ -22,6 +22,8 @@ class TrialRunEndToEndTest : public QObject
 
 private slots:
     void wholeTrialRunMovesAndGivesTheDriveBack();
+    void letGoStopsTheMotorOnABadLine_data();
+    void letGoStopsTheMotorOnABadLine();
     void lostLinkStopsTheMotorForGood_data();
     void lostLinkStopsTheMotorForGood();
     void restoreGoesOnWhenTheLinkComesBack();
@@ -64,12 +66,7 @@ void TrialRunEndToEndTest::wholeTrialRunMovesAndGivesTheDriveBack()
 
     TrialRunDriver::click(drive.positionRun());
     TrialRunDriver::click(drive.once());
-    QVERIFY(runUntil(
-        [&] {
-            TrialRunDriver::clickCell(drive.positionTable(), 0);
-            return TrialRunDriver::opensForTyping(drive.positionTable());
-        },
-        3000));
+    QVERIFY(runUntil([&] { return TrialRunDriver::opensForTyping(drive.positionTable(), 0); }, 3000));
     QVERIFY(!TrialRunDriver::cell(drive.positionTable(), 6).isEmpty());
     QCOMPARE(place.drive->readPair(818).value_or(0), drive.forwardLimit().toInt());
     QCOMPARE(place.drive->readPair(820).value_or(0), drive.rollbackLimit().toInt());
@@ -100,6 +97,37 @@ void TrialRunEndToEndTest::wholeTrialRunMovesAndGivesTheDriveBack()
     QVERIFY(
         runUntil([&] { return place.window()->findChild<QMdiArea *>()->subWindowList().isEmpty(); }, 2000));
     QCOMPARE(difference(place, before), QString());
+}
+
+void TrialRunEndToEndTest::letGoStopsTheMotorOnABadLine_data()
+{
+    addFaultRows(true);
+    QTest::newRow("stream on") << int(passingFaults().size());
+}
+
+void TrialRunEndToEndTest::letGoStopsTheMotorOnABadLine()
+{
+    QFETCH(int, fault);
+    ModalAnswers boxes;
+    Workplace place;
+    QVERIFY(connectTo(place, usb));
+    const QPointer<TrialRun> window = open(place);
+    QVERIFY(isReady(window));
+    const TrialRunDriver drive(window);
+    TrialRunDriver::click(drive.servoOn());
+    const int start = position(place);
+    TrialRunDriver::hold(drive.jogForward());
+    QVERIFY(runUntil([&] { return position(place) > start + 2000; }, 10000));
+    if (fault == passingFaults().size())
+        place.drive->setFault(QStringLiteral("stream on"));
+    else if (fault >= 0)
+        strike(place, passingFaults().at(fault));
+    TrialRunDriver::letGo(drive.jogForward());
+    QVERIFY(runUntil([&] { return place.drive->readRegister(panelOffset) == 1; }, 3000));
+    QVERIFY(standsStill(place));
+    QCOMPARE(int(place.drive->readRegister(panelOffset).value_or(0)), 1);
+    close(window);
+    QVERIFY(runUntil([&] { return window.isNull(); }, 8000));
 }
 
 void TrialRunEndToEndTest::lostLinkStopsTheMotorForGood_data()

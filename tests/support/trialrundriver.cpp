@@ -6,6 +6,7 @@
 #include "widgets/labelgrop.h"
 
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTableWidget>
@@ -119,15 +120,17 @@ QString TrialRunDriver::cell(const QTableWidget *table, int row)
     return table->item(row, valueColumn)->text();
 }
 
-void TrialRunDriver::clickCell(QTableWidget *table, int row)
+bool TrialRunDriver::opensForTyping(QTableWidget *table, int row)
 {
-    const QRect cell = table->visualItemRect(table->item(row, valueColumn));
-    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, cell.center());
-}
-
-bool TrialRunDriver::opensForTyping(const QTableWidget *table)
-{
-    return table->editTriggers().testFlag(QAbstractItemView::DoubleClicked);
+    const QPoint place = table->visualItemRect(table->item(row, valueColumn)).center();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, place);
+    QTest::mouseDClick(table->viewport(), Qt::LeftButton, {}, place);
+    auto *const editor = table->viewport()->findChild<QLineEdit *>();
+    if (!editor)
+        return false;
+    QTest::keyClick(editor, Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return true;
 }
 
 void TrialRunDriver::type(QTableWidget *table, int row, const QString &text)

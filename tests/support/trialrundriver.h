@@ -40,10 +40,8 @@ public:
     static void hold(QWidget *button);
     static void letGo(QWidget *button);
     static QString cell(const QTableWidget *table, int row);
-    // Puts the mouse on the value.
-    static void clickCell(QTableWidget *table, int row);
-    // A double click would open the editor of the value clicked last.
-    static bool opensForTyping(const QTableWidget *table);
+    // A double click on the value opens its editor, which is closed again.
+    static bool opensForTyping(QTableWidget *table, int row);
     // Sets the value as an editor of the cell does.
     static void type(QTableWidget *table, int row, const QString &text);
     // Numbers of step two, as they are shown.

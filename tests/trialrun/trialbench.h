@@ -96,6 +96,14 @@ public:
         peer.frames.clear();
         return entered;
     }
+    // On into one of its modes, with the table read.
+    void enter(QRadioButton *mode)
+    {
+        enterStepThree();
+        TrialRunDriver::click(mode);
+        settled();
+        peer.frames.clear();
+    }
     // True when as many frames have gone out and no more follow, looks at the position left out.
     bool waitForFrames(int count)
     {

@@ -79,6 +79,8 @@ void TrialRunEntryTest::tableShowsTheDrivesValues()
     bench.peer.registers[0x200A] = 300;
     QVERIFY(bench.waitUntilReady());
     QCOMPARE(TrialRunDriver::cells(bench.drive().jogTable()), (QStringList{"1.2", "60000", "0", "300"}));
+    // The look at the position that ends the row of reads fills nothing.
+    QCOMPARE(bench.drive().currentPosition(), QString());
     // What was filled in is not written back.
     TrialBench::settled();
     QVERIFY(bench.peer.frames.isEmpty());

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Steps one and two: servo, direction buttons, the position and its limits, the JOG table.
-#include "support/modalanswers.h"
+// Steps one and two: servo, direction buttons, the position and its limits.
 #include "trialbench.h"
 #include "trialrun/holdbutton.h"
 #include "widgets/indicationlable.h"
 
+#include <QElapsedTimer>
 #include <QGroupBox>
 
 class TrialRunJogTest : public QObject
@@ -16,6 +16,7 @@ private slots:
     void servoOffEndsThePolling();
     void pollGoesOnFromReplyToReply();
     void oneLookIsOutstandingAtMost();
+    void pressLooksAtThePositionAgain();
     void lostLookIsAskedAgain();
     void limitsGrowApart_data();
     void limitsGrowApart();
@@ -29,11 +30,6 @@ private slots:
     void releaseOfAnEchoedPressWithdrawsNothing();
     void releaseDoesNotWaitBehindLooks();
     void servoOffWhileHeldEndsWithZero();
-    void typedCellIsWritten_data();
-    void typedCellIsWritten();
-    void wrongCellIsToldAndBlanked_data();
-    void wrongCellIsToldAndBlanked();
-    void onlyTheValueColumnIsEdited();
     void captureMakesTheWindowRepeatItself_data();
     void captureMakesTheWindowRepeatItself();
     void newPressEndsTheRepeating();
@@ -110,6 +106,24 @@ void TrialRunJogTest::oneLookIsOutstandingAtMost()
     for (int i = 0; i < 5; ++i)
         bench.window->readAbsolutePosition();
     QCOMPARE(bench.peer.frames.count(positionLook), 1);
+}
+
+// The answer of another form has ended the polling.
+void TrialRunJogTest::pressLooksAtThePositionAgain()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    bench.window->handleTrialRun(wire::frame("018302"));
+    bench.peer.frames.clear();
+    TrialRunDriver::hold(bench.drive().jogForward());
+    QElapsedTimer time;
+    time.start();
+    QVERIFY(runUntil([&] { return bench.peer.frames.contains(positionLook); }, 2000));
+    QVERIFY2(time.elapsed() < 200, qPrintable(QString::number(time.elapsed()))); // not by the time-out
+    QCOMPARE(bench.peer.frames.first(), panel("0101"));
+    tellPosition(bench, "00000064");
+    QCOMPARE(bench.drive().currentPosition(), QStringLiteral("100"));
 }
 
 void TrialRunJogTest::lostLookIsAskedAgain()
@@ -193,7 +207,7 @@ void TrialRunJogTest::heldButtonMovesAndStops()
 void TrialRunJogTest::releaseIsSentOnceHoweverTheHoldEnds_data()
 {
     QTest::addColumn<QString>("end");
-    for (const char *end : {"outside", "focus", "minimised", "disabled", "key"})
+    for (const char *end : {"outside", "focus", "notice", "minimised", "disabled", "key"})
         QTest::newRow(end) << QString::fromLatin1(end);
 }
 
@@ -217,10 +231,14 @@ void TrialRunJogTest::releaseIsSentOnceHoweverTheHoldEnds()
         QTest::mouseRelease(button, Qt::LeftButton, {}, QPoint(-30, -30));
     else if (end == QLatin1String("focus"))
         bench.drive().servoOff()->setFocus();
+    else if (end == QLatin1String("notice"))
+        QCoreApplication::postEvent(bench.window, new QEvent(QEvent::WindowBlocked));
     else if (end == QLatin1String("minimised"))
         bench.window->showMinimized();
     else if (end == QLatin1String("disabled"))
         bench.drive().page()->setEnabled(false);
+    QCoreApplication::sendPostedEvents(bench.window, QEvent::WindowBlocked);
+    QVERIFY(!button->isHeld());
     TrialRunDriver::letGo(button);
     QCOMPARE(bench.peer.frames.count(panel("0101")), 1);
     // One of the click on "Servo ON", one of the release.
@@ -290,75 +308,6 @@ void TrialRunJogTest::servoOffWhileHeldEndsWithZero()
     const int sent = bench.sent().size();
     TrialRunDriver::letGo(bench.drive().jogForward());
     QCOMPARE(bench.sent().size(), sent);
-}
-
-void TrialRunJogTest::typedCellIsWritten_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QByteArray>("frame");
-    QTest::newRow("speed") << 0 << "1.2" << wire::frame("01062007000C");
-    QTest::newRow("zero") << 0 << "0" << wire::frame("010620070000");
-    QTest::newRow("acceleration") << 1 << "1000" << wire::frame("0106200803E8");
-    QTest::newRow("deceleration") << 2 << "7" << wire::frame("010620090007");
-    QTest::newRow("torque") << 3 << "300" << wire::frame("0106200A012C");
-}
-
-void TrialRunJogTest::typedCellIsWritten()
-{
-    QFETCH(int, row);
-    QFETCH(QString, text);
-    QFETCH(QByteArray, frame);
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    TrialRunDriver::type(bench.drive().jogTable(), row, text);
-    QCOMPARE(bench.peer.frames, QList<QByteArray>{frame});
-}
-
-void TrialRunJogTest::wrongCellIsToldAndBlanked_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("message");
-    const QString wrong = QStringLiteral("Paramter Value Input Error!");
-    QTest::newRow("too fine") << 0 << "1.25" << wrong;
-    QTest::newRow("not whole") << 1 << "1.5" << wrong;
-    QTest::newRow("no number") << 3 << "abc" << wrong;
-    QTest::newRow("above") << 0 << "6000.1"
-                           << "Input value execteeds the range!\n \nMax:6000";
-    QTest::newRow("below") << 2 << "-1"
-                           << "Input value execteeds the range!\n \nMin:0";
-}
-
-void TrialRunJogTest::wrongCellIsToldAndBlanked()
-{
-    QFETCH(int, row);
-    QFETCH(QString, text);
-    QFETCH(QString, message);
-    ModalAnswers boxes;
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    boxes.expect(message);
-    TrialRunDriver::type(bench.drive().jogTable(), row, text);
-    QVERIFY(boxes.isDone());
-    QCOMPARE(boxes.seen.first().title, QString());
-    QCOMPARE(TrialRunDriver::cell(bench.drive().jogTable(), row), QString());
-    QVERIFY(bench.peer.frames.isEmpty());
-}
-
-void TrialRunJogTest::onlyTheValueColumnIsEdited()
-{
-    TrialBench bench;
-    QTableWidget *const table = bench.drive().jogTable();
-    bench.window->jogTableWidgetCellClicked(0, 3);
-    QCOMPARE(int(table->editTriggers()), 6);
-    bench.window->jogTableWidgetCellClicked(0, 2);
-    QCOMPARE(int(table->editTriggers()), 0);
-    QTableWidget *const positions = bench.drive().positionTable();
-    bench.window->operationTableWidgetCellClicked(0, 3);
-    QCOMPARE(int(positions->editTriggers()), 6);
-    bench.window->operationTableWidgetCellClicked(0, 0);
-    QCOMPARE(int(positions->editTriggers()), 0);
 }
 
 void TrialRunJogTest::captureMakesTheWindowRepeatItself_data()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// Step three: both modes, their table, moves by the button and the continuous run.
+// Step three: both modes and their table.
 #include "support/modalanswers.h"
 #include "trialbench.h"
 #include "trialrun/holdbutton.h"
@@ -18,35 +18,20 @@ private slots:
     void valuesStayWhenTheModeChanges();
     void stepBackMakesTheTableUnread();
     void waitTimeIsTheOneOfEntryOrTheLastTyped();
-    void moveHasTheSignOfItsDirection();
-    void lowestDistanceMovesForwardOnAForwardPress();
     void stepThreeDropsTheReadsOfStepOne();
     void longestNumberIsShownWhole();
-    void pressAndReleaseKeepTheirOrder();
-    void releaseDropsAMoveThatHasNotBegun();
-    void moveIsRefusedWhileTheTableIsRead();
     void cellsOpenForTypingWhenTheTableIsRead_data();
     void cellsOpenForTypingWhenTheTableIsRead();
+    void typedWhileTheTableIsReadIsNotWritten();
+    void refusedReadLeavesItsCellBlank();
     void typedCellOnce_data();
     void typedCellOnce();
     void typedCellContinuous();
     void wrongCellIsToldAndBlanked_data();
     void wrongCellIsToldAndBlanked();
     void blankCellIsLeftOut();
-    void runAndPause();
     void framesOfTwoActsKeepTheirOrder();
-
-private:
-    static void enter(TrialBench &bench, QRadioButton *mode);
 };
-
-void TrialRunPositionTest::enter(TrialBench &bench, QRadioButton *mode)
-{
-    bench.enterStepThree();
-    TrialRunDriver::click(mode);
-    TrialBench::settled();
-    bench.peer.frames.clear();
-}
 
 void TrialRunPositionTest::stepThreeBegins()
 {
@@ -81,7 +66,7 @@ void TrialRunPositionTest::stepOneComesBack()
     TrialBench bench;
     QVERIFY(bench.waitUntilReady());
     const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.once());
+    bench.enter(drive.once());
     TrialRunDriver::click(drive.jogRun());
     QVERIFY(!drive.once()->isChecked());
     QVERIFY(!drive.continuous()->isChecked());
@@ -152,7 +137,7 @@ void TrialRunPositionTest::valuesStayWhenTheModeChanges()
     TrialBench bench;
     QVERIFY(bench.waitUntilReady());
     const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.once());
+    bench.enter(drive.once());
     TrialRunDriver::type(drive.positionTable(), 0, QStringLiteral("1000"));
     TrialRunDriver::type(drive.positionTable(), 1, QStringLiteral("12.3"));
     TrialRunDriver::type(drive.positionTable(), 2, QStringLiteral("200"));
@@ -190,7 +175,7 @@ void TrialRunPositionTest::stepBackMakesTheTableUnread()
     TrialBench bench;
     QVERIFY(bench.waitUntilReady());
     const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.once());
+    bench.enter(drive.once());
     TrialRunDriver::click(drive.jogRun());
     QVERIFY(bench.waitUntilReady());
     QVERIFY(bench.enterStepThree());
@@ -206,7 +191,7 @@ void TrialRunPositionTest::waitTimeIsTheOneOfEntryOrTheLastTyped()
     bench.peer.registers[0x23F1] = 2;
     QVERIFY(bench.waitUntilReady());
     const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.once());
+    bench.enter(drive.once());
     TrialRunDriver::click(drive.continuous());
     TrialBench::settled();
     QCOMPARE(TrialRunDriver::cell(drive.positionTable(), 3), QStringLiteral("65538"));
@@ -220,51 +205,12 @@ void TrialRunPositionTest::waitTimeIsTheOneOfEntryOrTheLastTyped()
     QCOMPARE(TrialRunDriver::cell(drive.positionTable(), 3), QStringLiteral("250"));
 }
 
-void TrialRunPositionTest::moveHasTheSignOfItsDirection()
-{
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.once());
-    TrialRunDriver::type(drive.positionTable(), 0, QStringLiteral("1000"));
-    TrialBench::settled();
-    for (HoldButton *button : {drive.moveRollback(), drive.moveForward(), drive.moveForward()}) {
-        bench.peer.frames.clear();
-        TrialRunDriver::hold(button);
-        TrialBench::settled();
-        TrialRunDriver::letGo(button);
-        TrialBench::settled();
-        const char *distance =
-            button == drive.moveRollback() ? "0110 213A 0002 04 FFFFFC18" : "0110 213A 0002 04 000003E8";
-        QCOMPARE(bench.sent(), frames({distance, "010620CA0401", "010620CA0001"}));
-    }
-}
-
-void TrialRunPositionTest::lowestDistanceMovesForwardOnAForwardPress()
-{
-    TrialBench bench;
-    bench.peer.registers[0x213A] = 0x8000;
-    bench.peer.registers[0x213B] = 0;
-    QVERIFY(bench.waitUntilReady());
-    const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.once());
-    bench.window->positionrollbackPressedSlt();
-    TrialBench::settled();
-    QCOMPARE(bench.peer.frames.first(), wire::frame("0110 213A 0002 04 80000000"));
-    bench.window->positionrollbackReleasedSlt();
-    TrialBench::settled();
-    bench.peer.frames.clear();
-    bench.window->positionforewardPressedSlt();
-    TrialBench::settled();
-    QCOMPARE(bench.peer.frames.first(), wire::frame("0110 213A 0002 04 7FFFFFFF"));
-}
-
 void TrialRunPositionTest::stepThreeDropsTheReadsOfStepOne()
 {
     TrialBench bench;
     QVERIFY(bench.waitUntilReady());
     const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.once());
+    bench.enter(drive.once());
     bench.peer.intercept = [&](const QByteArray &request, const QByteArray &usual) {
         bench.peer.held = bench.peer.held || request == QByteArray::fromHex("0103200700013e0b");
         return usual;
@@ -289,65 +235,10 @@ void TrialRunPositionTest::longestNumberIsShownWhole()
     QVERIFY(bench.waitUntilReady());
     QTableWidget *const table = bench.drive().positionTable();
     const int blankWidth = table->columnWidth(3);
-    enter(bench, bench.drive().once());
+    bench.enter(bench.drive().once());
     QCOMPARE(TrialRunDriver::cell(table, 0), QStringLiteral("-2147483647"));
     QVERIFY(table->columnWidth(3) > table->fontMetrics().horizontalAdvance(QStringLiteral("-2147483647")));
     QVERIFY(blankWidth >= 90);
-}
-
-void TrialRunPositionTest::pressAndReleaseKeepTheirOrder()
-{
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.once());
-    TrialRunDriver::hold(drive.moveForward());
-    QVERIFY(!drive.continuous()->isEnabled());
-    TrialBench::settled();
-    TrialRunDriver::letGo(drive.moveForward());
-    QVERIFY(drive.continuous()->isEnabled());
-    QCOMPARE(bench.sent().mid(1), (QList<QByteArray>{panel("0401"), panel("0001")}));
-}
-
-void TrialRunPositionTest::releaseDropsAMoveThatHasNotBegun()
-{
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.once());
-    bench.peer.held = true;
-    TrialRunDriver::hold(drive.moveForward());
-    TrialRunDriver::letGo(drive.moveForward());
-    bench.peer.release();
-    TrialBench::settled();
-    QVERIFY(!bench.peer.frames.contains(panel("0401")));
-    QCOMPARE(bench.peer.frames.last(), panel("0001"));
-    // And the start that has gone out without an answer is taken back.
-    bench.peer.frames.clear();
-    bench.peer.intercept = [](const QByteArray &request, const QByteArray &usual) {
-        return request == panel("0401") ? QByteArray() : usual;
-    };
-    TrialRunDriver::hold(drive.moveForward());
-    TrialBench::settled();
-    TrialRunDriver::letGo(drive.moveForward());
-    QCOMPARE(bench.peer.frames.mid(1), (QList<QByteArray>{panel("0401"), withdrawal, panel("0001")}));
-}
-
-void TrialRunPositionTest::moveIsRefusedWhileTheTableIsRead()
-{
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    const TrialRunDriver drive = bench.drive();
-    QVERIFY(bench.enterStepThree());
-    bench.peer.held = true;
-    TrialRunDriver::click(drive.once());
-    TrialRunDriver::hold(drive.moveForward());
-    TrialRunDriver::letGo(drive.moveForward());
-    QCOMPARE(bench.peer.frames.size(), 1);
-    bench.peer.release();
-    TrialBench::settled();
-    QCOMPARE(bench.peer.frames.size(), 7);
-    QVERIFY(!TrialRunDriver::cell(drive.positionTable(), 6).isEmpty());
 }
 
 void TrialRunPositionTest::cellsOpenForTypingWhenTheTableIsRead_data()
@@ -364,16 +255,64 @@ void TrialRunPositionTest::cellsOpenForTypingWhenTheTableIsRead()
     QVERIFY(bench.waitUntilReady());
     bench.enterStepThree();
     const TrialRunDriver drive = bench.drive();
-    TrialRunDriver::clickCell(drive.positionTable(), 0);
-    QVERIFY(TrialRunDriver::opensForTyping(drive.positionTable()));
+    // Nor before a mode is chosen: what is typed then goes nowhere.
+    QVERIFY(!TrialRunDriver::opensForTyping(drive.positionTable(), 0));
     bench.peer.held = true;
     TrialRunDriver::click(continuous ? drive.continuous() : drive.once());
-    TrialRunDriver::clickCell(drive.positionTable(), 0);
-    QVERIFY(!TrialRunDriver::opensForTyping(drive.positionTable()));
+    QVERIFY(!TrialRunDriver::opensForTyping(drive.positionTable(), 0));
     bench.peer.release();
     TrialBench::settled();
-    TrialRunDriver::clickCell(drive.positionTable(), 0);
-    QVERIFY(TrialRunDriver::opensForTyping(drive.positionTable()));
+    QVERIFY(TrialRunDriver::opensForTyping(drive.positionTable(), 0));
+    QCOMPARE(TrialRunDriver::opensForTyping(drive.positionTable(), 3), continuous);
+    // A step back and forth makes the table unread.
+    TrialRunDriver::click(drive.jogRun());
+    QVERIFY(bench.waitUntilReady());
+    bench.enterStepThree();
+    QVERIFY(!TrialRunDriver::opensForTyping(drive.positionTable(), 0));
+}
+
+void TrialRunPositionTest::typedWhileTheTableIsReadIsNotWritten()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    for (QRadioButton *mode : {drive.once(), drive.continuous()}) {
+        QVERIFY(bench.enterStepThree());
+        bench.peer.held = true;
+        TrialRunDriver::click(mode);
+        TrialRunDriver::type(drive.positionTable(), 2, QStringLiteral("7"));
+        QCOMPARE(bench.peer.frames.size(), 1);
+        bench.peer.release();
+        TrialBench::settled();
+        // The drive's value has taken its place.
+        const int address = mode == drive.once() ? 0x213D : 0x23EF;
+        QCOMPARE(TrialRunDriver::cell(drive.positionTable(), 2),
+                 QString::number(bench.peer.registers.value(address)));
+        TrialRunDriver::click(drive.jogRun());
+        QVERIFY(bench.waitUntilReady());
+    }
+}
+
+// A value of an earlier visit is not taken for one of the drive's, nor moved by.
+void TrialRunPositionTest::refusedReadLeavesItsCellBlank()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    const TrialRunDriver drive = bench.drive();
+    bench.enter(drive.once());
+    TrialRunDriver::type(drive.positionTable(), 0, QStringLiteral("1000"));
+    TrialBench::settled();
+    TrialRunDriver::click(drive.jogRun());
+    QVERIFY(bench.waitUntilReady());
+    bench.peer.intercept = [](const QByteArray &request, const QByteArray &usual) {
+        return request == QByteArray::fromHex("0103213a0002ee3a") ? wire::frame("018302") : usual;
+    };
+    bench.enter(drive.once());
+    QCOMPARE(TrialRunDriver::cell(drive.positionTable(), 0), QString());
+    QVERIFY(!TrialRunDriver::cell(drive.positionTable(), 1).isEmpty());
+    TrialRunDriver::hold(drive.moveForward());
+    TrialBench::settled();
+    QCOMPARE(bench.sent().first(), wire::frame("0110 213A 0002 04 00000000"));
 }
 
 void TrialRunPositionTest::typedCellOnce_data()
@@ -393,7 +332,7 @@ void TrialRunPositionTest::typedCellOnce()
     QFETCH(QString, text);
     TrialBench bench;
     QVERIFY(bench.waitUntilReady());
-    enter(bench, bench.drive().once());
+    bench.enter(bench.drive().once());
     TrialRunDriver::type(bench.drive().positionTable(), row, text);
     TrialBench::settled();
     QTEST(bench.sent(), "written");
@@ -403,7 +342,7 @@ void TrialRunPositionTest::typedCellContinuous()
 {
     TrialBench bench;
     QVERIFY(bench.waitUntilReady());
-    enter(bench, bench.drive().continuous());
+    bench.enter(bench.drive().continuous());
     QTableWidget *const table = bench.drive().positionTable();
     TrialRunDriver::type(table, 0, QStringLiteral("1000"));
     TrialRunDriver::type(table, 4, QStringLiteral("110"));
@@ -437,7 +376,7 @@ void TrialRunPositionTest::wrongCellIsToldAndBlanked()
     ModalAnswers boxes;
     TrialBench bench;
     QVERIFY(bench.waitUntilReady());
-    enter(bench, bench.drive().once());
+    bench.enter(bench.drive().once());
     boxes.expect(message);
     TrialRunDriver::type(bench.drive().positionTable(), row, text);
     QVERIFY(boxes.isDone());
@@ -449,7 +388,7 @@ void TrialRunPositionTest::blankCellIsLeftOut()
 {
     TrialBench bench;
     QVERIFY(bench.waitUntilReady());
-    enter(bench, bench.drive().once());
+    bench.enter(bench.drive().once());
     TrialRunDriver::type(bench.drive().positionTable(), 4, QString());
     TrialRunDriver::click(bench.drive().continuous());
     TrialBench::settled();
@@ -457,32 +396,11 @@ void TrialRunPositionTest::blankCellIsLeftOut()
         QVERIFY(frame.mid(2, 2) != word(0x2322));
 }
 
-void TrialRunPositionTest::runAndPause()
-{
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    const TrialRunDriver drive = bench.drive();
-    enter(bench, drive.continuous());
-    TrialRunDriver::click(drive.runButton("Run"));
-    TrialBench::settled();
-    QCOMPARE(bench.sent(), frames({"0106212C0002", "010620CA0001"}));
-    QVERIFY(!drive.runButton("Run"));
-    QVERIFY(!drive.once()->isEnabled());
-    QVERIFY(!drive.jogRun()->isEnabled());
-    bench.peer.frames.clear();
-    TrialRunDriver::click(drive.runButton("Pause"));
-    TrialBench::settled();
-    QCOMPARE(bench.sent(), frames({"0106212C0002", "010620CA0000"}));
-    QVERIFY(drive.runButton("Run"));
-    QVERIFY(drive.once()->isEnabled());
-    QVERIFY(drive.jogRun()->isEnabled());
-}
-
 void TrialRunPositionTest::framesOfTwoActsKeepTheirOrder()
 {
     TrialBench bench;
     QVERIFY(bench.waitUntilReady());
-    enter(bench, bench.drive().continuous());
+    bench.enter(bench.drive().continuous());
     bench.peer.held = true;
     TrialRunDriver::type(bench.drive().positionTable(), 2, QStringLiteral("7"));
     TrialRunDriver::type(bench.drive().positionTable(), 1, QStringLiteral("1"));
