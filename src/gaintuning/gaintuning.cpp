@@ -3,6 +3,7 @@
 #include "ui_gaintuning.h"
 
 #include "gaintuning/gainfields.h"
+#include "gaintuning/gainfieldwidgets.h"
 #include "gaintuning/gaintuningframes.h"
 #include "gaintuning/gaintuninglink.h"
 #include "gaintuning/rigiditychart.h"
@@ -11,15 +12,15 @@
 #include "widgets/windowstate.h"
 
 #include <QCloseEvent>
-#include <QMessageBox>
-#include <QPointer>
 #include <QTimer>
+
+#include <utility>
 
 using namespace gaintuning;
 
 namespace {
 
-constexpr int valueColumn = 3;
+constexpr int valueColumn = GainFieldWidgets::valueColumn;
 constexpr int firstGain = FieldInertiaRatio;
 constexpr int firstTableGain = 5; // the four fields that a rigidity grade fills
 constexpr int lastTableGain = 8;
@@ -33,11 +34,10 @@ GainTuning::GainTuning(QWidget *parent)
     : QWidget(parent)
     , ui(std::make_unique<Ui::GainTuning>())
     , link(new GainTuningLink(this))
-    , minimumList(minimumTexts())
-    , maximumList(maximumTexts())
 {
     setStyleSheet(QStringLiteral("font:\"微软雅黑\";"));
     ui->setupUi(this);
+    fields = std::make_unique<GainFieldWidgets>(this, ui->tableWidget);
     // What only shows looks as if nothing could be typed into it. A palette would be lost when the window is
     // put into the MDI area.
     ui->scrollAreaWidgetContents->setStyleSheet(
@@ -85,6 +85,7 @@ void GainTuning::connectLink()
     connect(link, &GainTuningLink::frameReady, this,
             [this](const QByteArray &frame) { emit writeToSerialPort(frame, gainTuningLinkName); });
     connect(link, &GainTuningLink::valueRead, this, &GainTuning::showValue);
+    connect(link, &GainTuningLink::firstReadEnds, this, &GainTuning::endFirstRead);
     connect(link, &GainTuningLink::valueMonitored, this, &GainTuning::showMonitoredValue);
     connect(link, &GainTuningLink::batchWritten, this,
             [this] { ui->pbtnSettingsToCurrent->setEnabled(true); });
@@ -134,14 +135,9 @@ void GainTuning::showValue(int address, quint32 value)
 {
     const QString text = valueText(address, value);
     const int field = fieldOfRegister(address);
-    if (field >= 0 && field < FieldInertiaRatio)
-        ui->tableWidget->item(field, valueColumn)->setText(text);
-    else if (field == FieldCalculated)
-        ui->calculated->setText(text);
-    else if (field >= 0) {
-        settingEdit(field)->setText(text);
-        currentEdit(field)->setText(text);
-    }
+    valuesRead.insert(address, value);
+    if (field >= 0)
+        fields->show(field, text);
     switch (address) {
     case RegisterInertiaRatio:
         ui->lineEditCurrent->setText(text);
@@ -169,6 +165,22 @@ void GainTuning::showValue(int address, quint32 value)
     default:
         break;
     }
+}
+
+// What the hand changed meanwhile has been written nowhere, and must not stand there as if the drive had it.
+void GainTuning::endFirstRead()
+{
+    const QMap<int, quint32> values = std::exchange(valuesRead, {});
+    for (int field = FieldMaximumSpeed; field < FieldInertiaRatio; ++field) {
+        const auto value = values.constFind(fieldRegister(field));
+        fields->show(field, value == values.constEnd() ? QString() : valueText(fieldRegister(field), *value));
+    }
+    for (const int mode : {RegisterOfflineMode, RegisterOnlineMode, RegisterRigidityGrade, RegisterGainMode,
+                           RegisterNotchMode}) {
+        if (values.contains(mode))
+            showValue(mode, values.value(mode));
+    }
+    valuesRead.clear();
 }
 
 void GainTuning::showMonitoredValue(int address, quint32 value)
@@ -232,13 +244,13 @@ void GainTuning::on_tableWidget_itemChanged(QTableWidgetItem *item)
     if (isInitialRead() || item->text().isEmpty() || !item->tableWidget() || item->column() != valueColumn)
         return;
     const int field = item->row();
-    if (checkField(field))
+    if (fields->check(field))
         link->write(storeFrame(fieldRegister(field), item->text().toInt()));
 }
 
 void GainTuning::on_btnCalculatedToCurrent_clicked()
 {
-    if (isInitialRead() || !checkField(FieldCalculated))
+    if (isInitialRead() || !fields->check(FieldCalculated))
         return;
     const double ratio = ui->calculated->text().toDouble();
     // Deliberate: cut, not rounded, while the fields show it rounded.
@@ -251,15 +263,6 @@ void GainTuning::on_btnCalculatedToCurrent_clicked()
 }
 
 // Gain mode
-
-void GainTuning::setEditable(int field, bool isEditable)
-{
-    QLineEdit *const edit = settingEdit(field);
-    QPalette palette = edit->palette();
-    palette.setColor(QPalette::Text, isEditable ? Qt::black : Qt::gray);
-    edit->setPalette(palette);
-    edit->setEnabled(isEditable);
-}
 
 void GainTuning::showGainsOfGrade()
 {
@@ -279,7 +282,7 @@ void GainTuning::on_comBoxGainMode_currentIndexChanged(int index)
     const bool isManual = index == 0;
     gainMode = isManual ? 2 : 3;
     for (int field = firstTableGain; field <= lastTableGain; ++field)
-        setEditable(field, isManual);
+        fields->setEditable(field, isManual);
     ui->spinBoxRigidityGrade->setEnabled(!isManual);
     if (!isManual)
         showGainsOfGrade();
@@ -296,12 +299,12 @@ void GainTuning::on_spinBoxRigidityGrade_valueChanged(int arg1)
 
 QByteArray GainTuning::gainFrame(int field) const
 {
-    return storeFrame(fieldRegister(field), scaledValue(settingEdit(field)->text(), fieldScale(field)));
+    return storeFrame(fieldRegister(field), scaledValue(fields->setting(field)->text(), fieldScale(field)));
 }
 
 void GainTuning::on_pbtnSettingsToCurrent_clicked()
 {
-    if (isInitialRead() || !checkFields(firstGain, FieldLastGain))
+    if (isInitialRead() || !fields->checkAll(firstGain, FieldLastGain))
         return;
     ui->pbtnSettingsToCurrent->setEnabled(false);
     QByteArray gradeFrame;
@@ -310,7 +313,7 @@ void GainTuning::on_pbtnSettingsToCurrent_clicked()
         const bool isOfTable = field >= firstTableGain && field <= lastTableGain;
         if (gainMode == 2 || (gainMode == 3 && !isOfTable))
             frames.append(gainFrame(field));
-        currentEdit(field)->setText(settingEdit(field)->text());
+        fields->current(field)->setText(fields->setting(field)->text());
     }
     if (gainMode == 3)
         gradeFrame = storeFrame(RegisterRigidityGrade, ui->spinBoxRigidityGrade->value());
@@ -332,7 +335,7 @@ void GainTuning::on_comBoxNotchMode_currentIndexChanged(int index)
                                                        {false, false, false, false},
                                                        {false, false, false, false}};
     for (int field = FieldFirstNotch; field <= FieldLastNotch; ++field)
-        setEditable(field, editable[index][(field - FieldFirstNotch) / fieldsPerNotch]);
+        fields->setEditable(field, editable[index][(field - FieldFirstNotch) / fieldsPerNotch]);
     ui->pbtnSettingsToCurrent_Notch->setEnabled(editable[index][0]);
     link->write(storeFrame(RegisterNotchMode, index));
 }
@@ -342,16 +345,16 @@ QByteArray GainTuning::notchFrame(int notch, int count)
     const int first = FieldFirstNotch + notch * fieldsPerNotch;
     QList<int> words;
     for (int field = first; field < first + count * fieldsPerNotch; ++field) {
-        const QString text = settingEdit(field)->text();
+        const QString text = fields->setting(field)->text();
         words.append(text.toInt());
-        currentEdit(field)->setText(text);
+        fields->current(field)->setText(text);
     }
     return storeFrame(fieldRegister(first), words);
 }
 
 void GainTuning::on_pbtnSettingsToCurrent_Notch_clicked()
 {
-    if (isInitialRead() || !checkFields(FieldFirstNotch, FieldLastNotch))
+    if (isInitialRead() || !fields->checkAll(FieldFirstNotch, FieldLastNotch))
         return;
     ui->pbtnSettingsToCurrent_Notch->setEnabled(false);
     if (notchMode < 10 || notchMode > 12)
@@ -362,51 +365,6 @@ void GainTuning::on_pbtnSettingsToCurrent_Notch_clicked()
     if (notchMode != 12)
         frames.append(notchFrame(3, 1));
     link->writeNotches(frames);
-}
-
-// Fields
-
-QLineEdit *GainTuning::settingEdit(int field) const
-{
-    return findChild<QLineEdit *>(fieldWidgetName(field));
-}
-
-QLineEdit *GainTuning::currentEdit(int field) const
-{
-    return findChild<QLineEdit *>(QLatin1String("cur") + fieldWidgetName(field).mid(3));
-}
-
-bool GainTuning::checkField(int field)
-{
-    QTableWidgetItem *const cell =
-        field < FieldInertiaRatio ? ui->tableWidget->item(field, valueColumn) : nullptr;
-    QLineEdit *const edit = cell ? nullptr : settingEdit(field);
-    const auto text =
-        normalForm(field, cell ? cell->text() : edit->text(), minimumList.at(field), maximumList.at(field));
-    if (!text) {
-        const QPointer<GainTuning> self(this);
-        QMessageBox::warning(window(), fieldTitle(field),
-                             rangeMessage(minimumList.at(field), maximumList.at(field)));
-        if (!self)
-            return false;
-    }
-    if (cell) {
-        // The cell's new text is no edit of the user.
-        const QSignalBlocker blocker(ui->tableWidget);
-        cell->setText(text.value_or(QString()));
-    } else {
-        edit->setText(text.value_or(QString()));
-    }
-    return text.has_value();
-}
-
-bool GainTuning::checkFields(int first, int last)
-{
-    for (int field = first; field <= last; ++field) {
-        if (!checkField(field))
-            return false;
-    }
-    return true;
 }
 
 // Window

@@ -4,13 +4,13 @@
 #pragma once
 
 #include <QByteArray>
-#include <QStringList>
+#include <QMap>
 #include <QWidget>
 
 #include <memory>
 
+class GainFieldWidgets;
 class GainTuningLink;
-class QLineEdit;
 class QTableWidgetItem;
 class RigidityChart;
 
@@ -71,25 +71,21 @@ private:
     bool isInitialRead() const;
     void showValue(int address, quint32 value);
     void showMonitoredValue(int address, quint32 value);
+    void endFirstRead();
     void showOnlineMode(bool isOnline);
     void showGainsOfGrade();
-    void setEditable(int field, bool isEditable);
-    bool checkField(int field);
-    bool checkFields(int first, int last);
-    QLineEdit *settingEdit(int field) const;
-    QLineEdit *currentEdit(int field) const;
     QByteArray gainFrame(int field) const;
     // Writes count notches from this one (0 to 3) in one frame, and shows them as the current ones.
     QByteArray notchFrame(int notch, int count);
 
     std::unique_ptr<Ui::GainTuning> ui;
+    std::unique_ptr<GainFieldWidgets> fields;
     GainTuningLink *link = nullptr;
     RigidityChart *chart = nullptr;
     int rigidityGrade = 0;
-    int inertiaMode = 4; // 4 torque wave, 5 JOG
-    int gainMode = 1;    // 2 manual, 3 rigid table, 1 any other
-    int notchMode = 9;   // 10 plus the index of the mode
-    QStringList minimumList;
-    QStringList maximumList;
+    int inertiaMode = 4;           // 4 torque wave, 5 JOG
+    int gainMode = 1;              // 2 manual, 3 rigid table, 1 any other
+    int notchMode = 9;             // 10 plus the index of the mode
+    QMap<int, quint32> valuesRead; // by their registers, during the first read
     bool isClosing = false;
 };

@@ -120,6 +120,8 @@ void GainTuningLink::takeReply(const QByteArray &reply, int address)
     decode(step.decoder, reply);
     if (kind == ReplyKind::Read && isSecondReplyOfARepeat())
         return;
+    if (linkState == InitialRead && step.next != InitialRead)
+        emit firstReadEnds();
     linkState = step.next;
     if (step.reads == Reads::Drop)
         pendingReads.clear();
@@ -132,8 +134,10 @@ void GainTuningLink::takeReply(const QByteArray &reply, int address)
 
     if (!pendingReads.isEmpty())
         return;
-    if (linkState == InitialRead)
+    if (linkState == InitialRead) {
+        emit firstReadEnds();
         linkState = Idle;
+    }
     if (linkState == Idle && !roundTimer.isActive())
         roundTimer.start();
 }

@@ -47,6 +47,8 @@ signals:
     // A value of the first read, and one of the endless round.
     void valueRead(int address, quint32 value);
     void valueMonitored(int address, quint32 value);
+    // Still during the first read, behind its last value or at its refusal.
+    void firstReadEnds();
     void batchWritten();
     void notchesWritten();
 
