@@ -13,6 +13,7 @@ namespace {
 
 constexpr int repeatInterval = 100; // ms
 constexpr int repeatLimit = 20;
+constexpr int refusalLimit = 10;
 constexpr int doubtTime = 200;  // ms after which no second answer to a repeated request comes any more
 constexpr int strayTime = 1000; // ms
 constexpr int functionMask = 0x7F;
@@ -43,12 +44,15 @@ void TrialExchange::sendSurely(const QByteArray &frame, Kind kind)
         repeatsLeft = repeatLimit;
         repeatTimer.start();
     }
-    post(frame, kind, id);
+    refusals = 0;
+    post(frame, kind, id, true);
 }
 
-void TrialExchange::post(const QByteArray &frame, Kind kind, int id)
+void TrialExchange::post(const QByteArray &frame, Kind kind, int id, bool isSure)
 {
     isDoubtful(); // looks at the link's repeats
+    if (addressOfRequest(frame) == trialregister::panel)
+        insisted = isSure && kind == Kind::Panel ? frame : QByteArray();
     notePanel(frame);
     outstanding.append({frame, kind, id});
     emit frameReady(frame);
@@ -94,6 +98,8 @@ std::optional<TrialExchange::Request> TrialExchange::take(const QByteArray &repl
     outstanding.erase(outstanding.begin(), outstanding.begin() + place + 1);
     if (repeatTimer.isActive() && answered.id >= repeated.id)
         repeatTimer.stop();
+    if (isExceptionReply(reply) && answered.frame == insisted && refusals++ < refusalLimit)
+        post(answered.frame, answered.kind, ++lastId, true);
     return answered;
 }
 
@@ -123,6 +129,7 @@ QList<TrialExchange::Request> TrialExchange::withdraw()
 void TrialExchange::forget()
 {
     outstanding.clear();
+    insisted.clear();
     strays = 0;
     repeatTimer.stop();
     unconfirmedPress.clear();
@@ -157,5 +164,6 @@ bool TrialExchange::fits(const QByteArray &request, const QByteArray &reply)
         return true;
     if (isReadReply(reply))
         return isReadReplyOf(reply, registersOfRequest(request));
-    return reply.mid(2, 2) == request.mid(2, 2);
+    // Register and value, or register and count.
+    return reply.mid(2, 4) == request.mid(2, 4);
 }

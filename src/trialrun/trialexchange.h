@@ -37,7 +37,8 @@ public:
     // Emits the frame; its answer may come before this returns.
     void send(const QByteArray &frame, Kind kind);
     // The same for a frame that must arrive: while a capture runs the link repeats nothing, so it is emitted
-    // again every 100 ms until its own answer has come, 20 times at most.
+    // again every 100 ms until its own answer has come, 20 times at most. A value of the control panel that
+    // the drive refuses is sent again at once, 10 times at most, unless another one has followed it.
     void sendSurely(const QByteArray &frame, Kind kind);
 
     // The request that this reply answers, which is waited for no longer; none for a reply that nobody asked
@@ -71,7 +72,7 @@ signals:
     void withdrawNeeded();
 
 private:
-    void post(const QByteArray &frame, Kind kind, int id);
+    void post(const QByteArray &frame, Kind kind, int id, bool isSure = false);
     bool isStray();
     void repeat();
     void notePanel(const QByteArray &frame);
@@ -82,6 +83,8 @@ private:
     QElapsedTimer sinceWithdrawal;
     QByteArray unconfirmedPress;
     bool panelOn = false;
+    QByteArray insisted; // the control panel's last value, if it must arrive
+    int refusals = 0;    // of that
     QTimer repeatTimer;
     Request repeated; // while repeatTimer runs
     int repeatsLeft = 0;

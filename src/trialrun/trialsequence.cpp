@@ -195,15 +195,19 @@ void TrialSequence::sendHeadFrame(bool isCalm)
         return;
     }
     currentAddress = head.frame.mid(2, 2);
-    const bool mustArrive = isRestoring() || head.frame == panelFrame(trialpanel::off);
     frameQueue.headSent(exchange.nextId());
-    if (mustArrive)
+    if (mustArrive(head.frame))
         exchange.sendSurely(head.frame, TrialExchange::Kind::Sequence);
     else
         exchange.send(head.frame, TrialExchange::Kind::Sequence);
     // The servo goes off before anything else changes.
     if (!frameQueue.isEmpty() && isRestoring() && currentAddress.toHex().toUpper() == "20CA")
         QThread::msleep(servoOffTime);
+}
+
+bool TrialSequence::mustArrive(const QByteArray &frame) const
+{
+    return isRestoring() || frame == panelFrame(trialpanel::off);
 }
 
 void TrialSequence::handleReply(const QByteArray &reply)
@@ -246,14 +250,16 @@ void TrialSequence::takeHead(const QByteArray &reply)
 }
 
 // A request that the link has repeated may be answered twice, and then every answer behind it belongs to the
-// request before. A read is asked again when the line is calm; a write unless its answer names it. A
-// restoring write is tried again when the drive refuses it, as a motor that still turns may make it do.
+// request before. A read is asked again when the line is calm; a write unless its answer names it. What stops
+// the motor, and a restoring write, is tried again when the drive refuses it, as a motor that still turns may
+// make it do.
 bool TrialSequence::mustAskAgain(const TrialQueue::Entry &head, const QByteArray &reply)
 {
-    if (isRestoring() && isExceptionReply(reply)) {
+    if (mustArrive(head.frame) && isExceptionReply(reply)) {
         if (frameQueue.countTry() <= refusalLimit)
             return true;
-        restore.countRefusal();
+        if (isRestoring())
+            restore.countRefusal();
         return false;
     }
     if (!exchange.isDoubtful() || isScopeStreamRunning() || frameQueue.countTry() > doubtLimit)
@@ -338,7 +344,7 @@ void TrialSequence::linkEnded()
     // A motor that ran when the line broke is stopped by the first request that gets through.
     setPolling(false);
     currentStage = TrialStage::ServoOff;
-    exchange.send(panelFrame(trialpanel::off), TrialExchange::Kind::Panel);
+    exchange.sendSurely(panelFrame(trialpanel::off), TrialExchange::Kind::Panel);
     emit motionEnded();
 }
 

@@ -85,6 +85,7 @@ signals:
 private:
     void sendHeadFrame(bool isCalm = false);
     void takeHead(const QByteArray &reply);
+    bool mustArrive(const QByteArray &frame) const;
     bool mustAskAgain(const TrialQueue::Entry &head, const QByteArray &reply);
     bool captureInitValue(const QByteArray &reply);
     void startSavingAnew();

@@ -30,6 +30,9 @@ private slots:
     void releaseOfAnEchoedPressWithdrawsNothing();
     void releaseDoesNotWaitBehindLooks();
     void servoOffWhileHeldEndsWithZero();
+    void refusedStopIsSentAgain_data();
+    void refusedStopIsSentAgain();
+    void refusedPressIsNotSentAgain();
     void captureMakesTheWindowRepeatItself_data();
     void captureMakesTheWindowRepeatItself();
     void newPressEndsTheRepeating();
@@ -308,6 +311,60 @@ void TrialRunJogTest::servoOffWhileHeldEndsWithZero()
     const int sent = bench.sent().size();
     TrialRunDriver::letGo(bench.drive().jogForward());
     QCOMPARE(bench.sent().size(), sent);
+}
+
+void TrialRunJogTest::refusedStopIsSentAgain_data()
+{
+    QTest::addColumn<QString>("stop");
+    QTest::addColumn<QByteArray>("frame");
+    QTest::newRow("release") << "release" << panel("0001");
+    QTest::newRow("servo off") << "servo off" << panel("0000");
+    QTest::newRow("step three") << "step three" << panel("0000");
+}
+
+// Nothing turns that nobody holds, and be it that the drive takes the order at the third time only. An order
+// that it never takes is not repeated for ever.
+void TrialRunJogTest::refusedStopIsSentAgain()
+{
+    QFETCH(QString, stop);
+    QFETCH(QByteArray, frame);
+    for (const int refusals : {2, 1000}) {
+        TrialBench bench;
+        QVERIFY(bench.waitUntilReady());
+        const TrialRunDriver drive = bench.drive();
+        TrialRunDriver::click(drive.servoOn());
+        TrialRunDriver::hold(drive.jogForward());
+        TrialBench::settled();
+        bench.peer.frames.clear();
+        int left = refusals;
+        bench.peer.intercept = [&](const QByteArray &request, const QByteArray &usual) {
+            return request == frame && left-- > 0 ? wire::frame("018604") : usual;
+        };
+        TrialRunDriver::letGo(drive.jogForward());
+        if (stop == QLatin1String("servo off"))
+            TrialRunDriver::click(drive.servoOff());
+        else if (stop == QLatin1String("step three"))
+            TrialRunDriver::click(drive.positionRun());
+        TrialBench::settled();
+        QCOMPARE(bench.peer.frames.count(frame), refusals == 2 ? 3 : 11);
+    }
+}
+
+void TrialRunJogTest::refusedPressIsNotSentAgain()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    TrialRunDriver::hold(bench.drive().jogForward());
+    bench.peer.frames.clear();
+    bench.window->handleTrialRun(wire::frame("018604"));
+    QVERIFY(bench.sent().isEmpty());
+    // A release that a new press has followed must not end that one.
+    TrialRunDriver::letGo(bench.drive().jogForward());
+    TrialRunDriver::hold(bench.drive().jogRollback());
+    bench.peer.frames.clear();
+    bench.window->handleTrialRun(wire::frame("018604"));
+    QVERIFY(bench.sent().isEmpty());
 }
 
 void TrialRunJogTest::captureMakesTheWindowRepeatItself_data()
