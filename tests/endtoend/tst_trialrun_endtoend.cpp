@@ -1,20 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The trial run at a simulated drive with a motor: it moves while it is held, and the drive is given back as
 // it was, whatever the user and the line do.
-#include "support/modalanswers.h"
 #include "trialplace.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
 
 using namespace trialplace;
-
-namespace {
-
-const QString failed = QStringLiteral("Fail to connect to the device via \nRead Modbus Failed!");
-const QString usb = QStringLiteral("USB");
-
-} // namespace
 
 class TrialRunEndToEndTest : public QObject
 {
@@ -110,7 +102,7 @@ void TrialRunEndToEndTest::letGoStopsTheMotorOnABadLine()
     QFETCH(int, fault);
     ModalAnswers boxes;
     Workplace place;
-    QVERIFY(connectTo(place, usb));
+    QVERIFY(connectTo(place, rs485));
     const QPointer<TrialRun> window = open(place);
     QVERIFY(isReady(window));
     const TrialRunDriver drive(window);
@@ -141,7 +133,7 @@ void TrialRunEndToEndTest::lostLinkStopsTheMotorForGood()
 {
     QFETCH(bool, pull);
     ModalAnswers boxes;
-    boxes.expectPassing(failed);
+    boxes.expectPassing(linkFailed);
     Workplace place;
     QVERIFY(connectTo(place, usb));
     const kt500sim::RegisterSnapshot before = place.drive->registers();
@@ -176,7 +168,7 @@ void TrialRunEndToEndTest::lostLinkStopsTheMotorForGood()
 void TrialRunEndToEndTest::restoreGoesOnWhenTheLinkComesBack()
 {
     ModalAnswers boxes;
-    boxes.expectPassing(failed);
+    boxes.expectPassing(linkFailed);
     Workplace place;
     QVERIFY(connectTo(place, usb));
     const kt500sim::RegisterSnapshot before = place.drive->registers();
@@ -193,7 +185,7 @@ void TrialRunEndToEndTest::restoreGoesOnWhenTheLinkComesBack()
 void TrialRunEndToEndTest::deadLinkLeavesTheSetUpBehind()
 {
     ModalAnswers boxes;
-    boxes.expectPassing(failed);
+    boxes.expectPassing(linkFailed);
     Workplace place;
     QVERIFY(connectTo(place, usb));
     const QPointer<TrialRun> window = open(place);

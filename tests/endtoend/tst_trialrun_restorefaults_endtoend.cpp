@@ -1,14 +1,48 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The way back of the trial run on a line that misbehaves, from any of its frames on, out of any stage: the
-// drive is as it was, register by register, working and stored; or the user is told.
-#include "support/modalanswers.h"
+// The way back of the trial run on a line that misbehaves from any of its frames on, or did while the drive
+// was read: it is as it was, register by register, working and stored.
 #include "trialplace.h"
 
 using namespace trialplace;
 
 namespace {
 
-const QString usb = QStringLiteral("USB");
+QString ready(const QPointer<TrialRun> &window)
+{
+    return isReady(window) ? QString() : QStringLiteral("the window is not ready");
+}
+
+QString closed(const QPointer<TrialRun> &window, const Workplace &place,
+               const kt500sim::RegisterSnapshot &before)
+{
+    close(window);
+    return isGone(window) ? difference(place, before) : QStringLiteral("the window stays");
+}
+
+// The fault begins with a frame of the entry.
+QString enterAndClose(const Workplace &place, int frame, const LineFault &fault)
+{
+    const kt500sim::RegisterSnapshot before = place.drive->registers();
+    const QPointer<TrialRun> window = open(place);
+    atFrame(window, frame, [&place, fault] { strike(place, fault); });
+    const QString complaint = ready(window);
+    return complaint.isEmpty() ? closed(window, place, before) : complaint;
+}
+
+// The fault begins with a frame of the way back.
+QString changeAndClose(const Workplace &place, int frame, const LineFault &fault)
+{
+    const kt500sim::RegisterSnapshot before = place.drive->registers();
+    const QPointer<TrialRun> window = open(place);
+    const QString complaint = ready(window);
+    if (!complaint.isEmpty())
+        return complaint;
+    const TrialRunDriver drive(window);
+    TrialRunDriver::type(drive.jogTable(), 0, QStringLiteral("123.4"));
+    TrialRunDriver::type(drive.jogTable(), 3, QStringLiteral("12"));
+    atFrame(window, frame, [&place, fault] { strike(place, fault); });
+    return closed(window, place, before);
+}
 
 } // namespace
 
@@ -21,11 +55,23 @@ private slots:
     void disturbedEntryGivesTheDriveBack();
     void faultInTheRestoreLeavesItWhole_data();
     void faultInTheRestoreLeavesItWhole();
-    void closingInEachStageGivesTheDriveBack_data();
-    void closingInEachStageGivesTheDriveBack();
-    void unaskedStreamIsEndedOrTold_data();
-    void unaskedStreamIsEndedOrTold();
+
+private:
+    using Act = QString (*)(const Workplace &place, int frame, const LineFault &fault);
+
+    static void tryAll(const LineFault &fault, int frames, int step, Act act);
 };
+
+void TrialRunRestoreFaultsTest::tryAll(const LineFault &fault, int frames, int step, Act act)
+{
+    ModalAnswers boxes;
+    Workplace place;
+    QVERIFY(connectTo(place, fault.speed));
+    for (int frame = 1; frame <= frames; frame += step) {
+        const QString complaint = onWholeLink(place, boxes, [&] { return act(place, frame, fault); });
+        QVERIFY2(complaint.isEmpty(), qPrintable(QStringLiteral("%1: %2").arg(frame).arg(complaint)));
+    }
+}
 
 void TrialRunRestoreFaultsTest::disturbedEntryGivesTheDriveBack_data()
 {
@@ -36,20 +82,7 @@ void TrialRunRestoreFaultsTest::disturbedEntryGivesTheDriveBack_data()
 void TrialRunRestoreFaultsTest::disturbedEntryGivesTheDriveBack()
 {
     QFETCH(int, fault);
-    ModalAnswers boxes;
-    Workplace place;
-    QVERIFY(connectTo(place, usb));
-    const kt500sim::RegisterSnapshot before = place.drive->registers();
-    for (int frame = 1; frame <= entryFrames; frame += 10) {
-        const QPointer<TrialRun> window = open(place);
-        atFrame(window, frame, [&] { strike(place, passingFaults().at(fault)); });
-        QVERIFY2(isReady(window), qPrintable(QString::number(frame)));
-        close(window);
-        QVERIFY2(runUntil([&] { return window.isNull(); }, 8000), qPrintable(QString::number(frame)));
-        place.drive->clearFaults();
-        QVERIFY2(difference(place, before).isEmpty(),
-                 qPrintable(QStringLiteral("%1: %2").arg(frame).arg(difference(place, before))));
-    }
+    tryAll(passingFaults().at(fault), entryFrames, 10, enterAndClose);
 }
 
 void TrialRunRestoreFaultsTest::faultInTheRestoreLeavesItWhole_data()
@@ -60,122 +93,7 @@ void TrialRunRestoreFaultsTest::faultInTheRestoreLeavesItWhole_data()
 void TrialRunRestoreFaultsTest::faultInTheRestoreLeavesItWhole()
 {
     QFETCH(int, fault);
-    ModalAnswers boxes;
-    Workplace place;
-    QVERIFY(connectTo(place, usb));
-    const kt500sim::RegisterSnapshot before = place.drive->registers();
-    for (int frame = 1; frame <= restoreFrames; ++frame) {
-        const QPointer<TrialRun> window = open(place);
-        QVERIFY(isReady(window));
-        const TrialRunDriver drive(window);
-        TrialRunDriver::type(drive.jogTable(), 0, QStringLiteral("123.4"));
-        TrialRunDriver::type(drive.jogTable(), 3, QStringLiteral("12"));
-        atFrame(window, frame, [&] { strike(place, passingFaults().at(fault)); });
-        close(window);
-        QVERIFY2(runUntil([&] { return window.isNull(); }, 8000), qPrintable(QString::number(frame)));
-        place.drive->clearFaults();
-        QVERIFY2(difference(place, before).isEmpty(),
-                 qPrintable(QStringLiteral("%1: %2").arg(frame).arg(difference(place, before))));
-    }
-}
-
-void TrialRunRestoreFaultsTest::closingInEachStageGivesTheDriveBack_data()
-{
-    QTest::addColumn<QString>("stage");
-    for (const char *stage :
-         {"servo on", "held", "step three", "once", "moving", "continuous", "running", "typed", "back again"})
-        QTest::newRow(stage) << QString::fromLatin1(stage);
-}
-
-// On a line with each fault in turn.
-void TrialRunRestoreFaultsTest::closingInEachStageGivesTheDriveBack()
-{
-    QFETCH(QString, stage);
-    ModalAnswers boxes;
-    Workplace place;
-    QVERIFY(connectTo(place, usb));
-    const kt500sim::RegisterSnapshot before = place.drive->registers();
-    for (const LineFault &fault : QList<LineFault>{{}} + passingFaults()) {
-        const QPointer<TrialRun> window = open(place);
-        QVERIFY(isReady(window));
-        const TrialRunDriver drive(window);
-        if (stage == QLatin1String("servo on") || stage == QLatin1String("held"))
-            TrialRunDriver::click(drive.servoOn());
-        else
-            TrialRunDriver::click(drive.positionRun());
-        const bool isOnce = stage == QLatin1String("once") || stage == QLatin1String("moving");
-        if (isOnce)
-            TrialRunDriver::click(drive.once());
-        else if (!drive.servoOff()->isEnabled() && stage != QLatin1String("step three"))
-            TrialRunDriver::click(drive.continuous());
-        const QTableWidget *const table = drive.positionTable();
-        if (isOnce || drive.continuous()->isChecked())
-            QVERIFY(runUntil([=] { return !TrialRunDriver::cell(table, 6).isEmpty(); }, 5000));
-        if (!fault.begin.isEmpty())
-            strike(place, fault);
-        if (stage == QLatin1String("held"))
-            TrialRunDriver::hold(drive.jogForward());
-        else if (stage == QLatin1String("moving"))
-            TrialRunDriver::hold(drive.moveForward());
-        else if (stage == QLatin1String("running"))
-            TrialRunDriver::click(drive.runButton("Run"));
-        else if (stage == QLatin1String("typed"))
-            TrialRunDriver::type(drive.positionTable(), 4, QStringLiteral("100"));
-        else if (stage == QLatin1String("back again"))
-            TrialRunDriver::click(drive.jogRun());
-        close(window);
-        QVERIFY2(runUntil([&] { return window.isNull(); }, 8000), qPrintable(fault.begin));
-        place.drive->clearFaults();
-        QVERIFY2(difference(place, before).isEmpty(),
-                 qPrintable(fault.begin + QLatin1String(": ") + difference(place, before)));
-        QVERIFY(standsStill(place));
-    }
-}
-
-void TrialRunRestoreFaultsTest::unaskedStreamIsEndedOrTold_data()
-{
-    QTest::addColumn<int>("frame");
-    QTest::addColumn<bool>("closing"); // the frame is one of the way back
-    for (const int frame : {1, 5, 20, 31, 36, 41})
-        QTest::addRow("entry, frame %d", frame) << frame << false;
-    for (const int frame : {1, 2, 10, 20, 30})
-        QTest::addRow("restore, frame %d", frame) << frame << true;
-}
-
-// The link ends a stream that nobody asked for. A chunk of it may have stood in for an answer, and then the
-// sequence stands until the user closes once more and is told.
-void TrialRunRestoreFaultsTest::unaskedStreamIsEndedOrTold()
-{
-    QFETCH(int, frame);
-    QFETCH(bool, closing);
-    ModalAnswers boxes;
-    Workplace place;
-    QVERIFY(connectTo(place, usb));
-    const kt500sim::RegisterSnapshot before = place.drive->registers();
-    const QPointer<TrialRun> window = open(place);
-    bool struck = false;
-    const auto startStream = [&] {
-        struck = true;
-        place.drive->setFault(QStringLiteral("stream on"));
-    };
-    if (closing)
-        QVERIFY(isReady(window));
-    atFrame(window, frame, startStream);
-    if (closing)
-        close(window);
-    QVERIFY(runUntil([&] { return struck; }, 8000));
-    if (!closing)
-        close(window);
-    QVERIFY(runUntil([&] { return !place.drive->isStreaming(); }, 2000));
-    if (runUntil([&] { return window.isNull(); }, 2000)) {
-        QCOMPARE(difference(place, before), QString());
-        return;
-    }
-    boxes.expect(QStringLiteral("初始参数回写失败！"));
-    close(window);
-    QVERIFY(runUntil([&] { return window.isNull(); }, 8000));
-    QVERIFY(boxes.isDone());
-    QCOMPARE(int(place.drive->readRegister(panelOffset).value_or(1)), 0);
+    tryAll(passingFaults().at(fault), restoreFrames, 1, changeAndClose);
 }
 
 QTEST_MAIN(TrialRunRestoreFaultsTest)

@@ -36,6 +36,8 @@ public:
     void expectPassing(const QString &text);
     // A box that may come or not; "OK" is pressed.
     void allow(const QString &text);
+    // The same for a box that goes by itself.
+    void allowPassing(const QString &text);
 
     // All that was seen so far.
     QList<Seen> seen;
