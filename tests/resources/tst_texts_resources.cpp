@@ -22,6 +22,8 @@ private slots:
     void faultIsNoWarning();
     void modeSwitchNamesTheMethodsItWorksIn_data();
     void modeSwitchNamesTheMethodsItWorksIn();
+    void analogTorqueLimitNamesWhatItNeeds_data();
+    void analogTorqueLimitNamesWhatItNeeds();
 };
 
 namespace {
@@ -155,13 +157,23 @@ void TextsTest::faultIsNoWarning_data()
     QTest::newRow("Pn-106") << "Pn-106";
     QTest::newRow("Pn-343") << "Pn-343";
     QTest::newRow("Pn-802") << "Pn-802";
+    QTest::newRow("ERCLR") << "ERCLR";
 }
 
 void TextsTest::faultIsNoWarning()
 {
     QFETCH(QString, code);
-    const XmlNode row = chineseParameters().value(code);
-    const QString told = row.name() + row.childText("parameter_description");
+    QString told;
+    if (code.startsWith(QLatin1String("Pn-"))) {
+        const XmlNode row = chineseParameters().value(code);
+        told = row.name() + row.childText("parameter_description");
+    } else {
+        const XmlNode row = rowsBy("symbol", fileOf(functions, "zh_CN")).value(code);
+        told = row.childText("function");
+        const QList<XmlNode> values = row.child("description").children;
+        for (const XmlNode &value : values)
+            told += value.text;
+    }
     QVERIFY2(told.contains(QStringLiteral("故障")), qPrintable(told));
     QVERIFY2(!told.contains(QStringLiteral("警")), qPrintable(told));
 }
@@ -189,6 +201,27 @@ void TextsTest::modeSwitchNamesTheMethodsItWorksIn()
     QCOMPARE(values.last().code(), QStringLiteral("Tip"));
     for (const QString &word : named)
         QVERIFY2(values.last().text.contains(word), qPrintable(word));
+}
+
+void TextsTest::analogTorqueLimitNamesWhatItNeeds_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("English") << "en_US";
+    QTest::newRow("Chinese") << "zh_CN";
+}
+
+void TextsTest::analogTorqueLimitNamesWhatItNeeds()
+{
+    QFETCH(QString, language);
+    const XmlNode row =
+        rowsBy("code", fileOf(parameters, qPrintable(language))).value(QStringLiteral("Pn-504"));
+    const QList<XmlNode> lines = row.child("detailed_description").children;
+    QVERIFY(lines.size() > 3);
+    const QString option = lines.at(3).text;
+    QVERIFY2(option.startsWith(QLatin1String("2: ")), qPrintable(option));
+    QVERIFY2(option.contains(QLatin1String("T_REF")), qPrintable(option));
+    // Its use and its ratio, as the speed limit's row names those of V_REF.
+    QCOMPARE(codesIn(option), QStringList({"Pn-250", "Pn-256"}));
 }
 
 QTEST_GUILESS_MAIN(TextsTest)

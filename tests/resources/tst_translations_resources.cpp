@@ -14,6 +14,8 @@ private slots:
     void everyTextIsTranslated();
     void argumentMarksAndLineBreaksAgree();
     void fileIsUpToDateWithTheSources();
+    void wordingIsOne_data();
+    void wordingIsOne();
 };
 
 namespace {
@@ -109,6 +111,39 @@ void TranslationsTest::fileIsUpToDateWithTheSources()
             untranslated.append(message.context + ": " + message.source);
     }
     QVERIFY2(untranslated.isEmpty(), qPrintable(untranslated.join(QLatin1String(" | "))));
+}
+
+void TranslationsTest::wordingIsOne_data()
+{
+    QTest::addColumn<QString>("context");
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("translation");
+    // Tool and window of the batch list are called alike.
+    const QString batch = QStringLiteral("参数批量修改");
+    QTest::newRow("tool") << "ParameterEditor"
+                          << "edit parameter" << batch;
+    QTest::newRow("window") << "ParameterBatch"
+                            << "Batch Parameter Modification" << batch;
+    QTest::newRow("column") << "ParameterTable"
+                            << "Description" << QStringLiteral("参数名称");
+    QTest::newRow("message") << "ParameterTable"
+                             << "Fail to connect to the device via USB!"
+                             << QStringLiteral("无法通过USB连接到设备！");
+}
+
+void TranslationsTest::wordingIsOne()
+{
+    QFETCH(const QString, context);
+    QFETCH(const QString, source);
+    QFETCH(const QString, translation);
+    QStringList found;
+    const QList<Message> messages = messagesOf(translationFile());
+    for (const Message &message : messages) {
+        QVERIFY2(!message.translation.contains(QStringLiteral("～")), message.told());
+        if (message.context == context && message.source == source)
+            found.append(message.translation);
+    }
+    QCOMPARE(found, QStringList(translation));
 }
 
 QTEST_GUILESS_MAIN(TranslationsTest)
