@@ -10,6 +10,7 @@
 #include "support/rununtil.h"
 #include "support/workplace.h"
 
+#include <QAction>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -53,6 +54,7 @@ private slots:
     void closingTheEditorInMidTransferLeavesTheLink();
     void closingTheApplicationInMidTransferEnds();
     void nothingIsSentByItselfAfterAReconnect();
+    void pageWriteWithoutALinkReachesNoDriveLater();
     void valueThatASilentDriveDidNotTakeIsToldLater_data();
     void valueThatASilentDriveDidNotTakeIsToldLater();
 
@@ -234,6 +236,34 @@ void LineFaultsEndToEndTest::nothingIsSentByItselfAfterAReconnect()
     QTRY_VERIFY_WITH_TIMEOUT(place.isShownOnline() && !SerialPort::reconnecting, 10000);
     // The write in flight was lost with the link, and nobody repeats it.
     QCOMPARE(*place.drive->readRegister(7), before);
+}
+
+void LineFaultsEndToEndTest::pageWriteWithoutALinkReachesNoDriveLater()
+{
+    ModalAnswers boxes;
+    Workplace place;
+    place.drive->freeze();
+    for (int offset = 0; offset < 1200; ++offset)
+        place.drive->writeRegister(offset, quint16(3 * offset + 1), kt500sim::RegisterCopy::Stored);
+    const auto before = place.drive->registers();
+    place.closeConnectionDialog();
+    ParameterEditor *const editor = EditorDriver::open(place);
+    QVERIFY(editor);
+    boxes.expect(writeTimeout);
+    Workplace::clickAction(editor, "writeAction");
+    QTRY_VERIFY(boxes.isDone());
+
+    place.action("actionCommunication")->trigger();
+    place.connectTo(rs485);
+    QTRY_VERIFY(place.isShownOnline());
+    // Whatever waited in the link's queue has left before this.
+    editor->readCurrentParameter({QStringLiteral("Pn-007")});
+    QTRY_COMPARE(EditorDriver(editor).value(0, QStringLiteral("Pn-007")), QStringLiteral("2.2"));
+    const auto after = place.drive->registers();
+    for (std::size_t i = 0; i < 1200; ++i) {
+        QCOMPARE(after.working.at(i), before.working.at(i));
+        QCOMPARE(after.stored.at(i), before.stored.at(i));
+    }
 }
 
 void LineFaultsEndToEndTest::valueThatASilentDriveDidNotTakeIsToldLater_data()

@@ -23,6 +23,7 @@ private slots:
     void stoppingTheScopeEmptiesTheMailbox();
     void streamOfNobodyIsStoppedOnce();
     void streamChunksAnswerARequest();
+    void scopeFramesAreOwedNoAnswer();
     void closingStopsARunningStream();
     void closingStopsAStreamThatIsDrained();
     void streamEndsTheDrainAfterOneChunk();
@@ -136,6 +137,30 @@ void SerialPortStreamTest::streamChunksAnswerARequest()
     port.scopeIsRunning(false);
 }
 
+void SerialPortStreamTest::scopeFramesAreOwedNoAnswer()
+{
+    PtyPeer peer(
+        [](const QByteArray &request) { return request == startFrame ? QByteArray() : replyOf(request); });
+    SerialPort port;
+    const Deliveries deliveries(port);
+    port.getPortName(peer.entry(), rs485);
+    QTRY_VERIFY(peer.framesOnce().size() >= 1);
+    // Owed answers would hold the second request back for 20 ms and more. The quickest of some is looked at,
+    // a busy machine holds up the others.
+    qint64 quickest = 1000000; // microseconds
+    for (int i = 1; i <= 8; ++i) {
+        peer.forget();
+        port.writeScopeData(startFrame);
+        QTRY_VERIFY(peer.frames().contains(startFrame));
+        port.writeSlot(readA, QStringLiteral("Editor"));
+        port.writeSlot(readB, QStringLiteral("Editor"));
+        QTRY_COMPARE(deliveries.list.size(), 2 * i);
+        const std::vector<PtyPeer::Request> requests = peer.requests();
+        quickest = std::min(quickest, requests.back().at - requests.at(requests.size() - 2).at);
+    }
+    QVERIFY2(quickest < 15000, qPrintable(QString::number(quickest)));
+}
+
 void SerialPortStreamTest::closingStopsARunningStream()
 {
     std::atomic<bool> streaming{true};
@@ -187,15 +212,19 @@ void SerialPortStreamTest::closingStopsAStreamThatIsDrained()
         streaming = false;
         stream.join();
     });
-    QTRY_VERIFY(SerialPort::portOpened);
-    QElapsedTimer drained;
-    drained.start();
-    QTRY_VERIFY(drained.elapsed() > 100);
-    // "Ok" in the connection dialog ends it.
-    QElapsedTimer ended;
-    ended.start();
-    port.getPortName(peer.entry(), rs485);
-    QVERIFY2(ended.elapsed() < 1000, qPrintable(QString::number(ended.elapsed())));
+    // "Ok" in the connection dialog ends it. On a busy machine the noise has pauses, which end it too, so it
+    // is looked at several times.
+    qint64 ending = 0; // ms
+    for (int i = 0; i < 5; ++i) {
+        QTRY_VERIFY(SerialPort::portOpened);
+        QElapsedTimer clock;
+        clock.start();
+        QTRY_VERIFY(clock.elapsed() > 50);
+        clock.start();
+        port.getPortName(peer.entry(), rs485);
+        ending += clock.elapsed();
+    }
+    QVERIFY2(ending < 500, qPrintable(QString::number(ending)));
     QTRY_VERIFY(SerialPort::portOpened);
     port.prepareShutdown();
     port.quit();

@@ -179,7 +179,7 @@ void SerialPortTimingTest::lineThatIsNeverSilentHoldsNoRequestForEver()
             std::this_thread::sleep_for(std::chrono::microseconds(500));
         }
     });
-    port.getPortName(peer.entry(), 1200); // the gap lasts 29 ms
+    port.getPortName(peer.entry(), 300); // the gap lasts 117 ms
     const bool wasWritten = QTest::qWaitFor([&peer] { return peer.frameCount() > 0; }, 2000);
     speaking = false;
     speaker.join();

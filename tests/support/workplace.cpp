@@ -62,6 +62,17 @@ void Workplace::connectTo(const QString &speed)
     }
 }
 
+void Workplace::closeConnectionDialog()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        auto *const dialog = qobject_cast<CommunicationSetting *>(widget);
+        if (dialog && dialog->isVisible())
+            QTest::mouseClick(dialog->findChild<QPushButton *>(QStringLiteral("cancelButton")),
+                              Qt::LeftButton);
+    }
+}
+
 bool Workplace::isShownOnline() const
 {
     return action("actiononOff")->toolTip() == QStringLiteral("在线");

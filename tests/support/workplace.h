@@ -27,6 +27,8 @@ public:
     QAction *action(const char *name) const;
     // Picks the drive and the entry of the speed list in the connection dialog and clicks "Ok".
     void connectTo(const QString &speed);
+    // Leaves the dialog without a connection.
+    void closeConnectionDialog();
     bool isShownOnline() const;
 
     static void clickAction(const QWidget *window, const char *name);
