@@ -17,6 +17,7 @@ private slots:
     void cascadeStepsTheWindows();
     void cascadeStopsAtAMinimizedWindow();
     void maximizedWindowsAreCascadedToo();
+    void maximizedWindowsAreTiledToo();
     void horizontalTilesStandSideBySide();
     void verticalTilesStandStacked();
     void minimizedFirstWindowLeavesTheTilesAlone();
@@ -94,6 +95,21 @@ void WindowArrangementTest::maximizedWindowsAreCascadedToo()
     const QSize size(int(shell.area()->width() * 0.85), int(shell.area()->height() * 0.85));
     QCOMPARE(first->geometry(), QRect(QPoint(0, 0), size));
     QCOMPARE(second->geometry(), QRect(QPoint(20, 20), size));
+}
+
+void WindowArrangementTest::maximizedWindowsAreTiledToo()
+{
+    for (const char *action : {"actionTitle_Horizontally", "actionTitle_Vertically"}) {
+        const Shell shell;
+        QMdiSubWindow *const first = shell.addWindow(QStringLiteral("A"));
+        QMdiSubWindow *const second = shell.addWindow(QStringLiteral("B"));
+        first->showMaximized();
+        second->showMaximized();
+        shell.action(action)->trigger();
+        QVERIFY(!first->isMaximized());
+        QVERIFY(!second->isMaximized());
+        QVERIFY(!first->geometry().intersects(second->geometry()));
+    }
 }
 
 void WindowArrangementTest::horizontalTilesStandSideBySide()

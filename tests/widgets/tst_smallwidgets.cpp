@@ -192,19 +192,22 @@ void SmallWidgetsTest::runProgressDialogAsksForTheEnd()
         QVERIFY(!dialog.isVisible());
     }
     dialog.show();
-    const int before = requests.count();
-    if (way == QLatin1String("escape")) {
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    } else if (way == QLatin1String("close")) {
-        QVERIFY(!dialog.close());
-    } else {
-        QCloseEvent fromTitleBar;
-        QSpontaneKeyEvent::setSpontaneous(&fromTitleBar);
-        QVERIFY(qApp->notify(&dialog, &fromTitleBar));
-        QVERIFY(!fromTitleBar.isAccepted());
+    // As often as it is asked: the run may go on for a moment.
+    for (int i = 0; i < 2; ++i) {
+        const int before = requests.count();
+        if (way == QLatin1String("escape")) {
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        } else if (way == QLatin1String("close")) {
+            QVERIFY(!dialog.close());
+        } else {
+            QCloseEvent fromTitleBar;
+            QSpontaneKeyEvent::setSpontaneous(&fromTitleBar);
+            QVERIFY(qApp->notify(&dialog, &fromTitleBar));
+            QVERIFY(!fromTitleBar.isAccepted());
+        }
+        QCOMPARE(requests.count(), before + 1);
+        QVERIFY(dialog.isVisible());
     }
-    QCOMPARE(requests.count(), before + 1);
-    QVERIFY(dialog.isVisible());
 }
 
 // Qt's own would after some seconds, with the timer that it has as its child.
