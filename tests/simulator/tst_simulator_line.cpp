@@ -241,6 +241,27 @@ private slots:
         QCOMPARE(QByteArray::fromStdString(toLine(frame)), line);
     }
 
+    void countersAreListedByName()
+    {
+        Counters counters;
+        counters.requests = 1;
+        counters.retransmissions = 2;
+        counters.badChecksums = 3;
+        counters.foreignFrames = 4;
+        counters.replies = 5;
+        counters.disturbedReplies = 6;
+        counters.exceptions = 7;
+        counters.streamFrames = 8;
+        counters.streamFramesDropped = 9;
+        counters.bytesReceived = 10;
+        counters.bytesSent = 11;
+        counters.hangUps = 12;
+        QCOMPARE(QByteArray::fromStdString(toText(counters)),
+                 QByteArray("requests 1\nretransmissions 2\nbad-checksums 3\nforeign-frames 4\nreplies 5\n"
+                            "disturbed-replies 6\nexceptions 7\nstream-frames 8\nstream-frames-dropped 9\n"
+                            "bytes-received 10\nbytes-sent 11\nhang-ups 12\n"));
+    }
+
     void linkNeverReplacesAFile()
     {
         QTemporaryDir folder;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "terminalclient.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -81,14 +82,17 @@ private slots:
         const QString log = folder.filePath(QStringLiteral("frames.log"));
         Program program({QStringLiteral("--link"), link, QStringLiteral("--log"), log,
                          QStringLiteral("--baud"), QStringLiteral("115200"),
-                         QStringLiteral("--turnaround-us"), QStringLiteral("100"), QStringLiteral("--fault"),
-                         QStringLiteral("exception 4 1"), QStringLiteral("--fault"),
-                         QStringLiteral("badcrc 1")});
+                         QStringLiteral("--turnaround-us"), QStringLiteral("20000"),
+                         QStringLiteral("--fault"), QStringLiteral("exception 4 1"),
+                         QStringLiteral("--fault"), QStringLiteral("badcrc 1")});
         QCOMPARE(program.port, link);
         // Faults are set right after the port is printed; the answer to a command comes later.
         QCOMPARE(program.command("port"), link);
         TerminalClient client(link);
+        QElapsedTimer clock;
+        clock.start();
         QCOMPARE(client.ask(probe, 5), QByteArray("018304400c"));
+        QVERIFY2(clock.elapsed() >= 20, qPrintable(QString::number(clock.elapsed())));
         QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
         QFile file(log);
         QVERIFY(file.open(QIODevice::ReadOnly));

@@ -140,6 +140,27 @@ private slots:
         QCOMPARE(bench.model.scopeValue(item), shown);
     }
 
+    void everyItemOfARegisterShowsWhatTheRegisterShows()
+    {
+        MotorBench bench;
+        bench.write(100, 1);
+        bench.run();
+        bench.model.forceWarning(2, true);
+        bench.advance(300);
+        bench.model.refreshStatus(bench.registers);
+        // Neighbours that are usually both zero are told apart.
+        QVERIFY(bench.status(1527) != bench.status(1528));
+        for (int item = 0; item < scopeItemCount; ++item) {
+            const int offset = offsetOfScopeItem(item);
+            // A reserved item has the second word of a pair for a register, and shows nothing.
+            if (offset < 0 || isWideStatusValue(offset - 1))
+                continue;
+            const std::int32_t shown =
+                isWideStatusValue(offset) ? bench.statusPair(offset) : bench.status(offset);
+            QVERIFY2(bench.model.scopeValue(item) == shown, qPrintable(QString::number(item)));
+        }
+    }
+
     // The catalogue whose rows name all items: a row's register is that of its code, and a row with a code of
     // another kind has none.
     void everyScopeItemIsTheRegisterThatItsRowNames()
