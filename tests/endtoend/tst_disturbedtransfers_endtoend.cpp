@@ -20,6 +20,7 @@ namespace {
 
 const QString readingDone = QStringLiteral("Parameters reading completed");
 const QString rs485 = QStringLiteral("115200(485)");
+const QString slowRs485 = QStringLiteral("9600(485)");
 const QString usb = QStringLiteral("USB");
 
 // The text of every Value cell, each with its code.
@@ -99,27 +100,35 @@ private slots:
 void DisturbedTransfersEndToEndTest::passingFaultLeavesTheReadWhole_data()
 {
     QTest::addColumn<QString>("fault");
-    QTest::newRow("replies lost") << "noreply 3";
-    QTest::newRow("bad checksums") << "badcrc 5";
-    QTest::newRow("replies in two pieces") << "split 4 5";
-    QTest::newRow("stale bytes in front") << "stale 3";
-    QTest::newRow("replies in three pieces") << "splinter 3 7";
-    QTest::newRow("late reply") << "late 1 70";
-    QTest::newRow("very late reply") << "late 1 400";
-    QTest::newRow("several late replies") << "late 3 60";
-    QTest::newRow("silent for a while") << "silence 300";
+    QTest::addColumn<QString>("speed");
+    QTest::newRow("replies lost") << "noreply 3" << rs485;
+    QTest::newRow("bad checksums") << "badcrc 5" << rs485;
+    QTest::newRow("replies in two pieces") << "split 4 5" << rs485;
+    QTest::newRow("stale bytes in front") << "stale 3" << rs485;
+    QTest::newRow("replies in three pieces") << "splinter 3 7" << rs485;
+    QTest::newRow("late reply") << "late 1 70" << rs485;
+    QTest::newRow("very late reply") << "late 1 400" << rs485;
+    QTest::newRow("several late replies") << "late 3 60" << rs485;
+    QTest::newRow("silent for a while") << "silence 300" << rs485;
+    QTest::newRow("late reply, 9600") << "late 1 120" << slowRs485;
+    QTest::newRow("replies in two pieces, 9600") << "split 4 5" << slowRs485;
+    // At "USB" the link is given up after 70 ms of silence, or 20 after a bad chunk.
+    QTest::newRow("late reply, USB") << "late 1 55" << usb;
+    QTest::newRow("replies in two pieces, USB") << "split 4 1" << usb;
+    QTest::newRow("bad checksums, USB") << "badcrc 5" << usb;
 }
 
 void DisturbedTransfersEndToEndTest::passingFaultLeavesTheReadWhole()
 {
     QFETCH(QString, fault);
+    QFETCH(QString, speed);
     ModalAnswers boxes;
     Workplace place;
     place.drive->freeze();
     // No value is another register's, so that none can stand in the place of another unnoticed.
     for (int offset = 0; offset < 1200; ++offset)
         place.drive->writeRegister(offset, quint16(3 * offset + 1));
-    const ParameterEditor *const editor = EditorDriver::openConnected(&place, rs485);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, speed);
     QVERIFY(editor);
     const auto readAll = [&boxes, editor](const std::function<void()> &meanwhile) {
         emptyCells(editor);
@@ -142,20 +151,24 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesTheReadWhole()
 void DisturbedTransfersEndToEndTest::passingFaultLeavesTheWriteWhole_data()
 {
     QTest::addColumn<QString>("fault");
-    QTest::newRow("replies in two pieces") << "split 3 5";
-    QTest::newRow("late reply") << "late 1 70";
-    QTest::newRow("very late reply") << "late 1 400";
-    QTest::newRow("bad checksums and a lost reply") << "badcrc 3;noreply 1";
+    QTest::addColumn<QString>("speed");
+    QTest::newRow("replies in two pieces") << "split 3 5" << rs485;
+    QTest::newRow("late reply") << "late 1 70" << rs485;
+    QTest::newRow("very late reply") << "late 1 400" << rs485;
+    QTest::newRow("bad checksums and a lost reply") << "badcrc 3;noreply 1" << rs485;
+    QTest::newRow("replies in two pieces, 9600") << "split 3 5" << slowRs485;
+    QTest::newRow("late reply, USB") << "late 1 55" << usb;
 }
 
 void DisturbedTransfersEndToEndTest::passingFaultLeavesTheWriteWhole()
 {
     QFETCH(QString, fault);
+    QFETCH(QString, speed);
     ModalAnswers boxes;
     // The English catalogue reads ten pairs by their first word alone.
     Workplace place(QStringLiteral("zh_CN"));
     place.drive->freeze();
-    const ParameterEditor *const editor = EditorDriver::openConnected(&place, rs485);
+    const ParameterEditor *const editor = EditorDriver::openConnected(&place, speed);
     QVERIFY(editor);
     // What the drive comes with is shown first, then written back: neither cells nor registers change.
     boxes.expect(QStringLiteral("参数读取完成"));
@@ -184,7 +197,7 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesSingleReadsRight_data()
 {
     QTest::addColumn<QString>("fault");
     QTest::addColumn<QString>("speed");
-    for (const QString &speed : {rs485, usb}) {
+    for (const QString &speed : {rs485, slowRs485, usb}) {
         for (const char *fault : {"late 1 55", "split 1 1", "splinter 1 3", "badcrc 1", "noreply 1"})
             QTest::newRow(qPrintable(QLatin1String(fault) + QLatin1String(", ") + speed)) << fault << speed;
     }
@@ -218,19 +231,25 @@ void DisturbedTransfersEndToEndTest::passingFaultLeavesSingleReadsRight()
 void DisturbedTransfersEndToEndTest::passingFaultLeavesTheBatchReadWhole_data()
 {
     QTest::addColumn<QString>("fault");
-    QTest::newRow("replies in two pieces") << "split 2 1";
-    QTest::newRow("late reply") << "late 1 70";
-    QTest::newRow("very late reply") << "late 1 400";
-    QTest::newRow("bad checksum") << "badcrc 1";
+    QTest::addColumn<QString>("speed");
+    QTest::newRow("replies in two pieces") << "split 2 1" << rs485;
+    QTest::newRow("late reply") << "late 1 70" << rs485;
+    QTest::newRow("very late reply") << "late 1 400" << rs485;
+    QTest::newRow("bad checksum") << "badcrc 1" << rs485;
+    QTest::newRow("replies in two pieces, 9600") << "split 2 1" << slowRs485;
+    QTest::newRow("late reply, 9600") << "late 1 120" << slowRs485;
+    QTest::newRow("replies in two pieces, USB") << "split 2 1" << usb;
+    QTest::newRow("late reply, USB") << "late 1 55" << usb;
 }
 
 void DisturbedTransfersEndToEndTest::passingFaultLeavesTheBatchReadWhole()
 {
     QFETCH(QString, fault);
+    QFETCH(QString, speed);
     ModalAnswers boxes;
     Workplace place;
     place.drive->freeze();
-    ParameterEditor *const editor = EditorDriver::openConnected(&place, rs485);
+    ParameterEditor *const editor = EditorDriver::openConnected(&place, speed);
     QVERIFY(editor);
     const BatchDriver list(BatchDriver::find());
     QVERIFY(list.window());
