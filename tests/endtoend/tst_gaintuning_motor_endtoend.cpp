@@ -5,7 +5,7 @@
 #include "shell/mainwindow.h"
 #include "support/gaintuningdriver.h"
 #include "support/rununtil.h"
-#include "support/scopehand.h"
+#include "support/scopedriver.h"
 #include "support/workplace.h"
 
 #include <QMdiArea>
@@ -87,7 +87,7 @@ private:
         Workplace place;
         kt500sim::SimulatedDrive *drive = nullptr;
         std::unique_ptr<GainTuningDriver> window;
-        std::unique_ptr<ScopeHand> scope;
+        std::unique_ptr<ScopeDriver> scope;
     };
 };
 
@@ -101,7 +101,7 @@ bool GainTuningMotorEndToEndTest::Bench::open(bool withScope)
         return false;
     if (!withScope)
         return true;
-    scope = std::make_unique<ScopeHand>(place.window());
+    scope = std::make_unique<ScopeDriver>(place.window());
     constexpr int torqueCommand = 3; // row of the catalogue
     return scope->showOnly(torqueCommand);
 }

@@ -84,6 +84,14 @@ int EditorDriver::rowOf(int index, const QString &code) const
     return rowOf(page(index), code);
 }
 
+int EditorDriver::rowCount() const
+{
+    int count = 0;
+    for (int index = 0; index < pageCount(); ++index)
+        count += page(index)->rowCount();
+    return count;
+}
+
 QString EditorDriver::value(int index, const QString &code) const
 {
     return page(index)->text(rowOf(index, code), ParameterTable::ValueColumn);
@@ -97,6 +105,13 @@ QColor EditorDriver::colour(int index, const QString &code) const
 void EditorDriver::setValue(int index, const QString &code, const QString &text) const
 {
     page(index)->item(rowOf(index, code), ParameterTable::ValueColumn)->setText(text);
+}
+
+void EditorDriver::clickPage(int index) const
+{
+    QListWidget *const list = pageList();
+    const QRect name = list->visualItemRect(list->item(index + 1));
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, name.center());
 }
 
 QPoint EditorDriver::showValue(int index, const QString &code) const

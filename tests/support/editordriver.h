@@ -36,9 +36,13 @@ public:
     QList<ParameterTable *> pages() const;
     static int rowOf(const ParameterTable *page, const QString &code);
     int rowOf(int index, const QString &code) const;
+    // Of all pages.
+    int rowCount() const;
     QString value(int index, const QString &code) const;
     QColor colour(int index, const QString &code) const;
     void setValue(int index, const QString &code, const QString &text) const;
+    // Selects the page by a click on its name.
+    void clickPage(int index) const;
     // Selects the page of a row and brings its Value cell into view; its centre, in the viewport.
     QPoint showValue(int index, const QString &code) const;
     // Opens the setting helper of a row by a double-click on its value; null if none comes.

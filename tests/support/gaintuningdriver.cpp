@@ -8,6 +8,8 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
@@ -93,6 +95,13 @@ void GainTuningDriver::click(const char *buttonName) const
 bool GainTuningDriver::isEnabled(const char *widgetName) const
 {
     return window->findChild<QWidget *>(QLatin1String(widgetName))->isEnabled();
+}
+
+void GainTuningDriver::scrollDown() const
+{
+    QScrollBar *const bar =
+        window->findChild<QScrollArea *>(QStringLiteral("scrollArea"))->verticalScrollBar();
+    bar->setValue(bar->maximum());
 }
 
 void GainTuningDriver::typeIntoTable(int row, const QString &text) const

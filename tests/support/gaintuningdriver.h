@@ -29,6 +29,8 @@ public:
     void setGrade(int grade) const;
     void click(const char *buttonName) const;
     bool isEnabled(const char *widgetName) const;
+    // Brings the notch filters into view, which stand last.
+    void scrollDown() const;
     void typeIntoTable(int row, const QString &text) const;
 
     // A line for each value on the screen that is not the drive's; what is still empty counts as another one.

@@ -6,6 +6,7 @@
 #include "link/serialport.h"
 #include "shell/mainwindow.h"
 #include "shell/startup.h"
+#include "support/toolclick.h"
 
 #include <QAction>
 #include <QApplication>
@@ -13,7 +14,6 @@
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QToolBar>
 
 Workplace::Workplace(const QString &language)
     : linkFolder(new QTemporaryDir)
@@ -80,7 +80,5 @@ bool Workplace::isShownOnline() const
 
 void Workplace::clickAction(const QWidget *window, const char *name)
 {
-    auto *const action = window->findChild<QAction *>(QLatin1String(name));
-    auto *const bar = window->findChild<QToolBar *>();
-    QTest::mouseClick(bar->widgetForAction(action), Qt::LeftButton);
+    clickTool(window, name);
 }
