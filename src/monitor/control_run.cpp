@@ -6,6 +6,7 @@
 #include "monitor/polltable.h"
 #include "monitor/runfields.h"
 #include "widgets/messages.h"
+#include "widgets/narrowcombo.h"
 
 #include <QComboBox>
 #include <QFormLayout>
@@ -168,8 +169,7 @@ QComboBox *Control_Run::addCombo(QFormLayout *form, const QString &label, const 
     auto *combo = new QComboBox;
     combo->setObjectName(name);
     combo->addItems(items);
-    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    combo->setMinimumContentsLength(shortestCombo);
+    makeNarrow(combo, shortestCombo);
     form->addRow(fieldLabel(label), combo);
     return combo;
 }

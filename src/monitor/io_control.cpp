@@ -3,8 +3,8 @@
 
 #include "monitor/monitorpanel.h"
 #include "monitor/polltable.h"
+#include "widgets/narrowcombo.h"
 
-#include <QAbstractItemView>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -29,19 +29,11 @@ QIcon levelIcon(bool isHigh)
     return QIcon(isHigh ? QStringLiteral(":/pic/pic/on.png") : QStringLiteral(":/pic/pic/off.png"));
 }
 
-void makeNarrow(QComboBox *combo)
-{
-    combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    combo->setMinimumContentsLength(shortestCombo);
-}
-
 QComboBox *makeFunctionCombo(const QStringList &functions)
 {
     auto *combo = new QComboBox;
     combo->addItems(functions);
-    makeNarrow(combo);
-    // A narrow box with long texts: the list is as wide as they are.
-    combo->view()->setMinimumWidth(combo->view()->sizeHintForColumn(0));
+    makeNarrow(combo, shortestCombo);
     return combo;
 }
 
@@ -91,7 +83,7 @@ void io_control::buildHalf(Half *half, QGridLayout *grid, int column, const QStr
     half->source = new QComboBox;
     half->source->setObjectName(prefix + QLatin1String("SourceComboBox"));
     half->source->addItems(sources);
-    makeNarrow(half->source);
+    makeNarrow(half->source, shortestCombo);
     connect(half->source, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &io_control::ComboBoxChangedSlot);
     auto *head = new QLabel(isInput ? tr("DI control") : tr("DO control"));

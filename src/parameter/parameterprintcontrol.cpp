@@ -42,8 +42,11 @@ QMessageBox::StandardButton answerOf(QMessageBox::Icon icon, const QString &titl
 void showLarge(QPrintPreviewDialog *dialog)
 {
     const QScreen *const screen = QGuiApplication::primaryScreen();
-    if (screen)
+    if (screen) {
         dialog->resize(screen->availableSize() * 0.9);
+        // A dialog that places itself leaves its title bar above the screen.
+        dialog->move(screen->availableGeometry().center() - dialog->rect().center());
+    }
     // By its action, so that the button shows it.
     if (auto *const fit = dialog->findChild<QAction *>(QStringLiteral("fitWidthAction")))
         fit->trigger();

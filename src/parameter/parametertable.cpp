@@ -23,6 +23,7 @@ constexpr int pixelsPerRow = 25;
 constexpr int headerHeight = 25;       // pixels
 constexpr int minimumSectionSize = 20; // pixels; the style's own may exceed the default size
 constexpr int defaultSectionSize = 33; // pixels
+constexpr int leastDescription = 150;  // pixels
 constexpr int firstFlagValue = 2;      // place of flag row 0 in a catalogue row
 
 // Place of a cell's text in a catalogue row, for the columns behind the flags.
@@ -84,10 +85,29 @@ void ParameterTable::buildHeaders()
     horizontal->setSectionResizeMode(QHeaderView::ResizeToContents);
     horizontal->setSectionResizeMode(HexColumn, QHeaderView::Fixed);
     horizontal->setStretchLastSection(true);
+    connect(horizontal, &QHeaderView::sectionResized, this, &ParameterTable::keepDescriptionReadable);
     verticalHeader()->setSectionsClickable(false);
     verticalHeader()->setSectionsMovable(false);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
+}
+
+// The last column takes what the others leave. In a narrow window that may be nothing: then it is as wide as
+// its texts, and the table scrolls.
+void ParameterTable::keepDescriptionReadable()
+{
+    if (!isVisible())
+        return;
+    QHeaderView *const header = horizontalHeader();
+    const int left = viewport()->width() - header->sectionPosition(DescriptionColumn);
+    if (header->stretchLastSection() != (left >= leastDescription))
+        header->setStretchLastSection(left >= leastDescription);
+}
+
+void ParameterTable::resizeEvent(QResizeEvent *event)
+{
+    QTableWidget::resizeEvent(event);
+    keepDescriptionReadable();
 }
 
 void ParameterTable::buildCornerButton()

@@ -67,6 +67,7 @@ public slots:
 protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *object, QEvent *event) override;
     void changeEvent(QEvent *event) override;
     int sizeHintForColumn(int column) const override;
@@ -79,6 +80,7 @@ protected slots:
 private:
     void buildHeaders();
     void buildCornerButton();
+    void keepDescriptionReadable();
     void paintCornerButton();
     bool offersNoWrite(int row) const;
     void drawChangedCells();

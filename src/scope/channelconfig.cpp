@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scope/channelconfig.h"
 
+#include "widgets/narrowcombo.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QEvent>
@@ -56,7 +58,7 @@ ChannelConfig::ChannelConfig(const QString &name, const QStringList &items, QWid
     dataEdit->setMaxLength(dataLength);
     comboBox->addItems(items);
     comboBox->setMaxVisibleItems(visibleItems);
-    comboBox->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    makeNarrow(comboBox, 0);
     comboBox->installEventFilter(this);
 
     auto *head = new QHBoxLayout;

@@ -3,6 +3,7 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -63,5 +64,9 @@ void SpectrumWindow::clear(int channel)
 void SpectrumWindow::bringUp()
 {
     hide();
+    // Its frame has to be on the screen as well.
+    constexpr double partOfScreen = 0.9;
+    if (const QScreen *const shownOn = screen())
+        resize(size().boundedTo(shownOn->availableSize() * partOfScreen));
     show();
 }

@@ -67,6 +67,7 @@ private slots:
     void headsAndFontsFollowTheTable();
     void pairShowsItsFirstCode();
     void columnsAreAsWideAsTheirWidestText();
+    void descriptionStaysReadableInANarrowWindow();
     void columnsAreFittedWhenTheWidestTextChanges();
     void valueColumnFollowsItsWidestText();
     void eachFlagShowsItsOwnMark_data();
@@ -200,6 +201,22 @@ void ParameterTableTest::columnsAreAsWideAsTheirWidestText()
 }
 
 // Counts how often the column is looked at.
+void ParameterTableTest::descriptionStaysReadableInANarrowWindow()
+{
+    constexpr int description = 10;
+    ParameterTable table;
+    table.addRow(jogSpeed);
+    table.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&table));
+    const int needed = table.fontMetrics().horizontalAdvance(table.item(0, description)->text());
+    table.resize(1200, 300);
+    QVERIFY(table.horizontalHeader()->stretchLastSection());
+    table.resize(450, 300);
+    QVERIFY(table.columnWidth(description) > needed);
+    table.resize(1200, 300);
+    QVERIFY(table.horizontalHeader()->stretchLastSection());
+}
+
 void ParameterTableTest::columnsAreFittedWhenTheWidestTextChanges()
 {
     class Counting : public ParameterTable
