@@ -4,54 +4,48 @@
 #include "demo-app/tour.h"
 #include "gaintuning/gaintuning.h"
 #include "shell/mainwindow.h"
+#include "support/gaintuningdriver.h"
+#include "support/toolclick.h"
 
-#include <QAction>
-#include <QComboBox>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QSpinBox>
+#include <QMdiSubWindow>
+
+#include <memory>
 
 namespace {
 
 constexpr int shownGrade = 22;
+constexpr int growing = 1500; // ms
 
-template <typename T>
-T *find(const char *name)
+GainTuningDriver gainTuning()
 {
-    const auto *const window = Tour::visible<GainTuning>();
-    return window ? window->findChild<T *>(QLatin1String(name)) : nullptr;
-}
-
-// The mode of the notches is read last.
-bool hasReadAll()
-{
-    const auto *const mode = find<QComboBox>("comBoxNotchMode");
-    return mode && mode->currentIndex() >= 0;
+    return GainTuningDriver(Tour::visible<GainTuning>());
 }
 
 } // namespace
 
 void addGainTuningTour(Tour *tour, MainWindow *window)
 {
-    tour->add({QStringLiteral("gain tuning can be opened"), [] { return !QApplication::activeModalWidget(); },
-               [tour, window] {
-                   if (!Tour::clickAction(window->findChild<QAction *>(QStringLiteral("actionGain_Tuning"))))
-                       tour->fail(QStringLiteral("the tool bar does not show \"Gain Tuning\""));
-               },
-               QString()});
-    tour->add({QStringLiteral("gain tuning shows the drive"), hasReadAll,
-               [] {
-                   find<QComboBox>("comBoxGainMode")->setCurrentIndex(1);
-                   find<QSpinBox>("spinBoxRigidityGrade")->setValue(shownGrade);
-               },
-               QString()});
-    tour->add({QStringLiteral("gains of the grade are shown"), [] { return true; },
-               [] {
-                   QScrollBar *const bar = find<QScrollArea>("scrollArea")->verticalScrollBar();
-                   bar->setValue(bar->maximum());
-               },
-               QStringLiteral("23-gain-tuning")});
+    const auto opened = std::make_shared<QElapsedTimer>();
+    tour->addClosed(QStringLiteral("gain tuning can be opened"), [tour, window] {
+        if (!clickTool(window, "actionGain_Tuning"))
+            tour->fail(QStringLiteral("the tool bar does not show \"Gain Tuning\""));
+        Tour::visible<GainTuning>()->parentWidget()->showMaximized();
+    });
+    tour->add({QStringLiteral("gain tuning shows the drive"),
+               [] { return Tour::visible<GainTuning>() && gainTuning().hasReadAll(); },
+               [opened] {
+                   gainTuning().choose("comBoxGainMode", 1);
+                   gainTuning().setGrade(shownGrade);
+                   opened->start();
+               }});
+    // The bars of the grades grow for a second.
+    tour->add({QStringLiteral("grades are shown"), [opened] { return opened->elapsed() > growing; },
+               [] { gainTuning().scrollDown(); }, QStringLiteral("23-gain-tuning"),
+               QStringLiteral("gaintuning/gaintuning.ui GainTuning"), QStringLiteral("gain-tuning")});
     tour->add({QStringLiteral("notch filters are shown"), [] { return true; },
-               [] { Tour::visible<GainTuning>()->parentWidget()->close(); },
-               QStringLiteral("24-notch-filters")});
+               [] { gainTuning().typeIntoTable(0, QStringLiteral("99999")); },
+               QStringLiteral("24-notch-filters"), QString(), QStringLiteral("gain-tuning-notch")});
+    tour->addMessage(QStringLiteral("a value out of range is refused"), "gaintuning/gainfieldwidgets.cpp");
+    tour->addClosed(QStringLiteral("gain tuning can be closed"),
+                    [] { Tour::visible<GainTuning>()->parentWidget()->close(); });
 }

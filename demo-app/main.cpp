@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The product with a simulated drive in its port list; with --tour it walks through its own windows.
+#include "demo-app/alivetour.h"
 #include "demo-app/gaintuningtour.h"
 #include "demo-app/monitortour.h"
 #include "demo-app/parametertour.h"
 #include "demo-app/scopetour.h"
+#include "demo-app/shelltour.h"
 #include "demo-app/tour.h"
 #include "demo-app/trialruntour.h"
 #include "link/portlist.h"
@@ -17,6 +19,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <functional>
 
 namespace {
 
@@ -27,14 +30,65 @@ constexpr std::chrono::microseconds turnaround(1000);
 // shaft that rings from grade 16 on until a notch is set at 938 Hz.
 constexpr kt500sim::PlantSettings machine{5, 3600, 0.006, 0.0003, 0.08, 0};
 
-// The walk fills a screen of this size; a desktop keeps the size it remembers.
-constexpr int tourWidth = 1280;
-constexpr int tourHeight = 800;
-
 void print(FILE *stream, const QString &text)
 {
     std::fputs(qPrintable(text + QLatin1Char('\n')), stream);
     std::fflush(stream);
+}
+
+void addSteps(Tour *tour, MainWindow *window, kt500sim::SimulatedDrive *drive, ParameterTourResult *result,
+              const QString &language)
+{
+    addConnectionTour(tour, window);
+    addParameterTour(tour, window, drive, result);
+    addParameterWindowsTour(tour);
+    addParameterFilesTour(tour);
+    addMonitorTour(tour, window, drive);
+    addTrialRunTour(tour, window);
+    addScopeTour(tour, window, drive);
+    addGainTuningTour(tour, window);
+    addMenusTour(tour, window);
+    addLostLinkTour(tour, drive);
+    addLanguageTour(tour, window, isChinese(language));
+}
+
+void printFaults(const Tour &tour)
+{
+    const QStringList faults = tour.faults();
+    for (const QString &fault : faults)
+        print(stderr, QStringLiteral("fault: ") + fault);
+}
+
+// Says what was seen; true when nothing was wrong with it.
+bool report(const Tour &tour, const ParameterTourResult &result, const QString &language)
+{
+    print(stdout, QStringLiteral("%1: %2 parameters read in %3 s, %4 frames on the line, %5 retransmissions")
+                      .arg(language)
+                      .arg(result.parametersRead)
+                      .arg(result.seconds, 0, 'f', 1)
+                      .arg(result.frames)
+                      .arg(result.retransmissions));
+    printFaults(tour);
+    const QStringList missing = tour.missing();
+    for (const QString &window : missing)
+        print(stderr, QStringLiteral("not visited: ") + window);
+    return tour.faults().isEmpty() && missing.isEmpty();
+}
+
+// Walks to the end; 0 when nothing failed and what was seen is good.
+int walk(Tour *tour, MainWindow *window, const std::function<bool()> &isGood)
+{
+    QObject::connect(tour, &Tour::failed, qApp, [tour](const QString &step, const QString &reason) {
+        printFaults(*tour);
+        print(stderr, QStringLiteral("tour failed at \"%1\": %2").arg(step, reason));
+        QCoreApplication::exit(1);
+    });
+    QObject::connect(tour, &Tour::finished, qApp, [&] { QCoreApplication::exit(isGood() ? 0 : 1); });
+    window->showMaximized();
+    tour->start();
+    const int code = QApplication::exec();
+    window->close();
+    return code;
 }
 
 int runTour(MainWindow *window, kt500sim::SimulatedDrive *drive, const QString &folder,
@@ -42,32 +96,17 @@ int runTour(MainWindow *window, kt500sim::SimulatedDrive *drive, const QString &
 {
     Tour tour(folder, language);
     ParameterTourResult result;
-    addParameterTour(&tour, window, drive, &result);
-    addParameterWindowsTour(&tour);
-    addParameterPdfTour(&tour, QStringLiteral("%1/parameters-%2.pdf").arg(folder, language));
-    addMonitorTour(&tour, window, drive);
-    addTrialRunTour(&tour, window);
-    addScopeTour(&tour, window, drive);
-    addGainTuningTour(&tour, window);
-    QObject::connect(&tour, &Tour::failed, qApp, [](const QString &step, const QString &reason) {
-        print(stderr, QStringLiteral("tour failed at \"%1\": %2").arg(step, reason));
-        QCoreApplication::exit(1);
-    });
-    QObject::connect(&tour, &Tour::finished, qApp, [&result, &language] {
-        print(stdout,
-              QStringLiteral("%1: %2 parameters read in %3 s, %4 frames on the line, %5 retransmissions")
-                  .arg(language)
-                  .arg(result.parametersRead)
-                  .arg(result.seconds, 0, 'f', 1)
-                  .arg(result.frames)
-                  .arg(result.retransmissions));
-        QCoreApplication::exit(0);
-    });
-    window->setGeometry(0, 0, tourWidth, tourHeight);
-    tour.start();
-    const int code = QApplication::exec();
-    window->close();
-    return code;
+    addSteps(&tour, window, drive, &result, language);
+    return walk(&tour, window, [&] { return report(tour, result, language); });
+}
+
+int runAlive(MainWindow *window, kt500sim::SimulatedDrive *drive, const QString &folder,
+             const QString &language)
+{
+    Tour tour(folder, language);
+    addConnectionTour(&tour, window);
+    addAliveTour(&tour, window, drive);
+    return walk(&tour, window, [] { return true; });
 }
 
 } // namespace
@@ -85,10 +124,13 @@ int main(int argc, char *argv[])
     const QCommandLineOption tourOption(
         QStringLiteral("tour"), QStringLiteral("Walk through the windows and put pictures into <folder>."),
         QStringLiteral("folder"));
+    const QCommandLineOption aliveOption(
+        QStringLiteral("alive"), QStringLiteral("Put a picture of scope and trial run into <folder>."),
+        QStringLiteral("folder"));
     const QCommandLineOption languageOption(QStringLiteral("language"),
                                             QStringLiteral("Language of this start, kept in the settings."),
                                             QStringLiteral("zh_CN|en_US"));
-    parser.addOptions({tourOption, languageOption});
+    parser.addOptions({tourOption, aliveOption, languageOption});
     parser.process(application);
     if (parser.isSet(languageOption))
         writeConfiguredLanguage(parser.value(languageOption));
@@ -111,5 +153,7 @@ int main(int argc, char *argv[])
     const Application velmora = startApplication();
     if (parser.isSet(tourOption))
         return runTour(velmora.window.get(), &drive, parser.value(tourOption), configuredLanguage());
+    if (parser.isSet(aliveOption))
+        return runAlive(velmora.window.get(), &drive, parser.value(aliveOption), configuredLanguage());
     return QApplication::exec();
 }

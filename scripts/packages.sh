@@ -9,6 +9,8 @@ build_packages=(
     qttranslations5-l10n cmark-gfm)
 # An in-memory X server, and fonts that have the Latin, Chinese and symbol glyphs of the windows.
 screen_packages=(xvfb xauth fonts-dejavu-core fonts-wqy-microhei)
+# Gives the tour's dialogs their frames and titles.
+window_packages=(openbox)
 # Turns the pages of the tour's printout into pictures.
 page_packages=(poppler-utils)
 bench_packages=(libmodbus-dev libqt5serialbus5-dev libqwt-qt5-dev)
