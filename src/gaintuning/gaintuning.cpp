@@ -72,10 +72,12 @@ void GainTuning::buildTable()
                           frame);
 }
 
+// The page scrolls, and what the wheel chose on its way would be stored in the drive.
 void GainTuning::buildFocusRules()
 {
     for (QWidget *box :
-         {static_cast<QWidget *>(ui->comBoxGainMode), static_cast<QWidget *>(ui->spinBoxRigidityGrade),
+         {static_cast<QWidget *>(ui->comBoxoffline), static_cast<QWidget *>(ui->comBoxonline),
+          static_cast<QWidget *>(ui->comBoxGainMode), static_cast<QWidget *>(ui->spinBoxRigidityGrade),
           static_cast<QWidget *>(ui->comBoxNotchMode)})
         box->installEventFilter(this);
 }

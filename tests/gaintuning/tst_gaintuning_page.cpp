@@ -232,9 +232,14 @@ void GainTuningPageTest::wheelChangesNothing()
     turn(&other, 120);
     QVERIFY(other.value() > 0);
     auto *const grade = bench.find<QSpinBox>("spinBoxRigidityGrade");
+    const int offline = bench.combo("comBoxoffline")->currentIndex();
+    const int online = bench.combo("comBoxonline")->currentIndex();
     for (const int angle : {-120, 120}) {
-        for (const char *name : {"comBoxGainMode", "spinBoxRigidityGrade", "comBoxNotchMode"})
+        for (const char *name :
+             {"comBoxoffline", "comBoxonline", "comBoxGainMode", "spinBoxRigidityGrade", "comBoxNotchMode"})
             turn(bench.find<QWidget>(name), angle);
+        QCOMPARE(bench.combo("comBoxoffline")->currentIndex(), offline);
+        QCOMPARE(bench.combo("comBoxonline")->currentIndex(), online);
         turn(grade->findChild<QLineEdit *>(), angle);
         QCOMPARE(bench.combo("comBoxGainMode")->currentIndex(), 1);
         QCOMPARE(grade->value(), 12);
