@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scope/streamchunk.h"
 
+#include "link/framecodec.h"
 #include "link/replies.h"
 
 namespace {
@@ -38,7 +39,7 @@ StreamChunk cutStreamChunk(const QByteArray &chunk, const ScopeChannelSettings &
     do {
         const QByteArray rest = chunk.mid(at);
         const int length = declaredLength(rest);
-        if (length == 0 || length > rest.size())
+        if (length == 0 || length > rest.size() || (at > 0 && !isScopeFrame(rest)))
             break;
         readFrame(rest.left(length), channels, &result);
         at += length;

@@ -20,6 +20,8 @@ struct StreamChunk
     std::array<QByteArray, scopeChannelCount> samples;
 };
 
-// Frames are cut by their length; a part frame at the end, or all from a frame of length 0 on, is dropped.
-// Which channels are on and how wide they are is told by the settings, not by the frame.
+// Frames are cut by their length; a part frame at the end, or all from a frame of length 0 on, is dropped,
+// and so is all behind a frame that begins like none: the reply to another window's request, whose bytes
+// would be read as samples. Which channels are on and how wide they are is told by the settings, not by the
+// frame.
 StreamChunk cutStreamChunk(const QByteArray &chunk, const ScopeChannelSettings &channels);

@@ -71,6 +71,14 @@ void TestStreamChunk::chunksAreCutIntoBlocks_data()
     row("length 0 behind a frame", "n---",
         "0114 000e 1001 0001 0000 0000 0000 0114 0000 0114 000e 1001 0002 0000 0000 0000", {2, 0, 0, 0},
         {"0001", "", "", ""});
+    row("a reply among the frames ends them", "n---",
+        "0114 000e 1001 0001 0000 0000 0000 01030400120005abcd "
+        "0114 000e 1001 0002 0000 0000 0000 0114 000e 1001 0003 0000 0000 0000",
+        {2, 0, 0, 0}, {"0001", "", "", ""});
+    // Its length would reach to the end: 01 03 00 10.
+    row("a reply that looks as long as what follows", "n---",
+        "0114 000e 1001 0001 0000 0000 0000 01030010 1001 7fff 0000 0000 00000000", {2, 0, 0, 0},
+        {"0001", "", "", ""});
     row("a frame of its head only", "n---", "0114 0004", {0, 0, 0, 0}, none);
     row("a frame shorter than its head goes on behind it", "n---",
         "0114 0002 0114 000e 1001 0005 0000 0000 0000", {0, 0, 0, 0}, none);
