@@ -64,9 +64,11 @@ void SpectrumWindow::clear(int channel)
 void SpectrumWindow::bringUp()
 {
     hide();
-    // Its frame has to be on the screen as well.
+    // On the smallest screen that the program is made for it would be wider than the screen, frame included.
     constexpr double partOfScreen = 0.9;
-    if (const QScreen *const shownOn = screen())
+    constexpr int smallestScreen = 1024; // pixels
+    const QScreen *const shownOn = screen();
+    if (shownOn && shownOn->size().width() >= smallestScreen)
         resize(size().boundedTo(shownOn->availableSize() * partOfScreen));
     show();
 }
