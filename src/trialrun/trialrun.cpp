@@ -89,6 +89,12 @@ void TrialRun::connectPage()
     connect(page->positionRunButton, &QPushButton::clicked, this, &TrialRun::nextStepSlt);
 }
 
+// While the whole of it is there: the page's buttons would let go when the half of it that is left is hidden.
+TrialRun::~TrialRun()
+{
+    endHolds();
+}
+
 void TrialRun::handleTrialRun(QByteArray b)
 {
     sequence->handleReply(b);

@@ -23,6 +23,7 @@ class TrialRun : public QScrollArea
 
 public:
     explicit TrialRun(QWidget *parent = nullptr);
+    ~TrialRun() override;
 
     static QString title();
 

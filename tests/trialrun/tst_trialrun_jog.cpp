@@ -25,6 +25,7 @@ private slots:
     void heldButtonMovesAndStops();
     void releaseIsSentOnceHoweverTheHoldEnds_data();
     void releaseIsSentOnceHoweverTheHoldEnds();
+    void windowThatGoesReleasesWhatItHolds();
     void quickReleaseTakesTheUnsentPressBack();
     void withdrawalRepeatsTheCellThatItTakesAlong();
     void releaseOfAnEchoedPressWithdrawsNothing();
@@ -247,6 +248,18 @@ void TrialRunJogTest::releaseIsSentOnceHoweverTheHoldEnds()
     // One of the click on "Servo ON", one of the release.
     QCOMPARE(bench.peer.frames.count(panel("0001")), 2);
     QCOMPARE(bench.sent().last(), panel("0001"));
+}
+
+void TrialRunJogTest::windowThatGoesReleasesWhatItHolds()
+{
+    TrialBench bench;
+    QVERIFY(bench.waitUntilReady());
+    servoOn(bench);
+    TrialRunDriver::hold(bench.drive().jogForward());
+    bench.window->handleTrialRun(panel("0101"));
+    bench.peer.frames.clear();
+    delete bench.window;
+    QCOMPARE(bench.peer.frames.count(panel("0001")), 1);
 }
 
 void TrialRunJogTest::quickReleaseTakesTheUnsentPressBack()
