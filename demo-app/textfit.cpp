@@ -3,6 +3,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -132,7 +133,9 @@ QStringList cutIn(const QComboBox *box)
     const QString text = box->currentText();
     const int needed = box->fontMetrics().horizontalAdvance(text) +
                        iconRoom(box->itemIcon(box->currentIndex()), box->iconSize());
-    const bool fits = box->isEditable() || needed <= field.width() || isToldInFull(text, box->toolTip());
+    // A path is as long as the user's folders are deep.
+    const bool fits = box->isEditable() || QDir::isAbsolutePath(text) || needed <= field.width() ||
+                      isToldInFull(text, box->toolTip());
     return fits ? QStringList() : QStringList(text);
 }
 

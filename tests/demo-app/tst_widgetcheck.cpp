@@ -253,6 +253,10 @@ const QVector<Case> &sound()
          }},
         {"list", [](QDialog *w) { addComboBox(w, QStringLiteral("B")); }},
         {"entry that is not chosen", [](QDialog *w) { addComboBox(w, longText); }},
+        {"folder of the user's own",
+         [](QDialog *w) {
+             addComboBox(w, QStringLiteral("/home/engineer/machines/of/this/year"))->setCurrentIndex(1);
+         }},
         {"choice with a tool tip",
          [](QDialog *w) {
              QComboBox *const box = addComboBox(w, longText);
