@@ -33,8 +33,8 @@ QString firstInstalled(const QStringList &programs)
     return QString();
 }
 
-// Where the guide lies, seen from the program: installed in bin or in lib/velmora, then in the tree that it
-// was built in, then beside it.
+// Where the guide lies, seen from the program: installed in bin or in libexec/velmora, then in the tree that
+// it was built in, then beside it.
 const QStringList guidePlaces{QStringLiteral("../share/doc/velmora/guide"),
                               QStringLiteral("../../share/doc/velmora/guide"), QStringLiteral("../guide"),
                               QStringLiteral("guide")};

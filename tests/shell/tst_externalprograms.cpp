@@ -204,10 +204,10 @@ void ExternalProgramsTest::guideIsFoundFromTheProgram_data()
                                   << "en_US" << installed.at(0);
     QTest::newRow("bin, Chinese") << installed << "usr/bin"
                                   << "zh_CN" << installed.at(1);
-    QTest::newRow("lib, English") << installed << "usr/lib/velmora"
-                                  << "en_US" << installed.at(0);
-    QTest::newRow("lib, Chinese") << installed << "usr/lib/velmora"
-                                  << "zh_CN" << installed.at(1);
+    QTest::newRow("libexec, English") << installed << "usr/libexec/velmora"
+                                      << "en_US" << installed.at(0);
+    QTest::newRow("libexec, Chinese") << installed << "usr/libexec/velmora"
+                                      << "zh_CN" << installed.at(1);
     QTest::newRow("product built, English") << built << "build/release/src"
                                             << "en_US" << built.at(0);
     QTest::newRow("product built, Chinese") << built << "build/release/src"
