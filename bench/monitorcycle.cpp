@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The monitor's poll cycle over a simulated drive with a moving motor: cycles a second beside what the line
 // and the pause of 200 ms need, and the share of one core that the main thread takes with the window open.
-// With a number of seconds it watches that long instead of the usual time.
+//
+//   bench-monitorcycle [--seconds N] [--rounds N] [--line usb|serial] [--language en_US|zh_CN]
 #include "benchmain.h"
 #include "catalogueeditor.h"
 #include "link/serialport.h"
@@ -11,17 +12,17 @@
 #include "settings/applanguage.h"
 #include "simulator/simulateddrive.h"
 
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QTimer>
 
+#include <array>
 #include <stdexcept>
 
 namespace {
 
-constexpr int rounds = 5;
-constexpr int usualSeconds = 4;
 constexpr int baudRate = 115200;
 constexpr int bitsPerCharacter = 10;
 constexpr double exchangesPerCycle = 15;
@@ -29,6 +30,7 @@ constexpr double pause = 0.2; // seconds between two cycles
 
 struct Line
 {
+    const char *option;
     const char *name;
     int speed; // as the link takes it
     kt500sim::Pacing pacing;
@@ -98,7 +100,7 @@ Watch watchMonitor(const Line &line, int seconds)
     return watch;
 }
 
-QStringList measure(const Line &line, const QString &language, int seconds)
+QStringList measure(const Line &line, const QString &language, int seconds, int rounds)
 {
     writeConfiguredLanguage(language);
     QVector<double> cycles;
@@ -124,20 +126,32 @@ QStringList measure(const Line &line, const QString &language, int seconds)
 int main(int argc, char *argv[])
 {
     return runBenchmark(argc, argv, [] {
-        const QStringList arguments = QCoreApplication::arguments();
-        const int seconds = arguments.size() > 1 ? arguments.at(1).toInt() : usualSeconds;
-        const Line usb{"USB, no latency", usbBaudRate, {}};
-        const Line serial{
-            "115200 baud, 1 ms turnaround", baudRate, {baudRate, std::chrono::microseconds(1000)}};
+        const QCommandLineOption seconds("seconds", "How long one watch lasts.", "N", "4");
+        const QCommandLineOption rounds("rounds", "How many watches give the median.", "N", "5");
+        const QCommandLineOption onlyLine("line", "Only this line: usb or serial.", "NAME");
+        const QCommandLineOption onlyLanguage("language", "Only this catalogue: en_US or zh_CN.", "NAME");
+        QCommandLineParser parser;
+        parser.addOptions({seconds, rounds, onlyLine, onlyLanguage});
+        parser.addHelpOption();
+        parser.process(*QCoreApplication::instance());
+
+        const std::array<Line, 2> lines{{{"usb", "USB, no latency", usbBaudRate, {}},
+                                         {"serial",
+                                          "115200 baud, 1 ms turnaround",
+                                          baudRate,
+                                          {baudRate, std::chrono::microseconds(1000)}}}};
         QVector<QStringList> rows{{"line", "catalogue", "cycles a second", "line and pause allow", "ratio",
                                    "spread", "main thread, % of a core"}};
-        for (const Line &line : {usb, serial}) {
-            for (const char *language : {"en_US", "zh_CN"})
-                rows.append(measure(line, QString::fromLatin1(language), seconds));
+        for (const Line &line : lines) {
+            for (const QString &language : {QStringLiteral("en_US"), QStringLiteral("zh_CN")}) {
+                if ((!parser.isSet(onlyLine) || parser.value(onlyLine) == QLatin1String(line.option)) &&
+                    (!parser.isSet(onlyLanguage) || parser.value(onlyLanguage) == language))
+                    rows.append(
+                        measure(line, language, parser.value(seconds).toInt(), parser.value(rounds).toInt()));
+            }
         }
         printTable(QStringLiteral("The monitor's poll cycle, motor turning, median of %1 rounds of %2 s")
-                       .arg(rounds)
-                       .arg(seconds),
+                       .arg(parser.value(rounds), parser.value(seconds)),
                    rows);
     });
 }
