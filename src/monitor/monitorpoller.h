@@ -66,6 +66,8 @@ private:
     void watch();
     void withdraw(MonitorWrite kind);
     void restartChain();
+    bool chainStands() const;
+    void pushChain();
 
     const QStringList pollList;
     int pollIndex = 0; // of the next entry to ask for
@@ -85,5 +87,6 @@ private:
 
     QTimer watchTimer;
     QElapsedTimer linkUpSince;
+    QElapsedTimer chainAsked; // since the chain's newest request
     bool linkWasDown = false; // since the chain has moved last
 };

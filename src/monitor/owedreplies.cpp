@@ -40,6 +40,15 @@ void OwedReplies::detachAll()
         reply.drivesChain = false;
 }
 
+std::optional<OwedReply> OwedReplies::chainRequest() const
+{
+    for (const OwedReply &reply : owed) {
+        if (reply.drivesChain)
+            return reply;
+    }
+    return std::nullopt;
+}
+
 void OwedReplies::disownSequence()
 {
     for (OwedReply &reply : owed)
@@ -67,14 +76,16 @@ int OwedReplies::find(const QByteArray &reply) const
     return 0;
 }
 
-// After a change of tab the same poll may be owed twice. The first answer is as good as the second: the chain
-// goes on with it, and the second is dropped.
+// After a change of tab, or when a reply was long in coming, the same read may be owed twice. The first
+// answer is as good as the second: the chain goes on with it, and the second is dropped.
 void OwedReplies::passChainTo(OwedReply *answered)
 {
-    if (answered->drivesChain || answered->kind != OwedReply::Kind::Poll || owed.isEmpty())
+    const bool isRead =
+        answered->kind == OwedReply::Kind::Poll || answered->kind == OwedReply::Kind::SequenceStep;
+    if (answered->drivesChain || !isRead || owed.isEmpty())
         return;
     OwedReply &last = owed.last();
-    if (!last.drivesChain || last.request != answered->request)
+    if (!last.drivesChain || last.request != answered->request || last.sequence != answered->sequence)
         return;
     last.drivesChain = false;
     answered->drivesChain = true;

@@ -30,6 +30,9 @@ public:
 
     // The chain goes on by none of them any more.
     void detachAll();
+    // The one that the chain goes on by; nothing when it goes on by none.
+    std::optional<OwedReply> chainRequest() const;
+
     // Values of a read sequence that is on its way may come from elsewhere: they are not taken.
     void disownSequence();
 

@@ -46,6 +46,11 @@ private slots:
     void init();
     void cleanup();
     void chainStandsOnALinkThatIsUp();
+    void readWhoseReplyIsLostOnAnOpenLinkIsAskedAgain();
+    void replyThatComesAfterAllMovesTheChainOnce();
+    void sequenceStepWhoseReplyIsLostIsAskedAgain();
+    void writeWhoseReplyIsLostIsNotRepeated();
+    void lostReplyOnTheSecondTabAsksForNothing();
     void chainStartsAgainOnceTheLinkIsBackForASecond();
     void chainThatMovesAgainIsNotStartedAnew();
     void chainStartsAgainAfterACapture();
@@ -75,6 +80,77 @@ void MonitorPollerLinkTest::chainStandsOnALinkThatIsUp()
     const LinkBench bench(true);
     QVERIFY(!bench.waitForFrames(2, 2000));
     QCOMPARE(bench.withdrawals, 0);
+}
+
+void MonitorPollerLinkTest::readWhoseReplyIsLostOnAnOpenLinkIsAskedAgain()
+{
+    LinkBench bench(true);
+    bench.answer();
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(bench.waitForFrames(3, 6000));
+    QVERIFY(clock.elapsed() >= 3900);
+    QCOMPARE(bench.texts(), (QStringList{firstPoll, secondPoll, secondPoll}));
+    QCOMPARE(bench.withdrawals, 1);
+    bench.finishCycle();
+    QCOMPARE(bench.texts().mid(2), pollCycle.mid(1));
+}
+
+void MonitorPollerLinkTest::replyThatComesAfterAllMovesTheChainOnce()
+{
+    LinkBench bench(true);
+    QVERIFY(bench.waitForFrames(2, 6000));
+    bench.answer();
+    QCOMPARE(bench.texts(), (QStringList{firstPoll, firstPoll, secondPoll}));
+    const int shown = bench.items.size();
+    QVERIFY(shown > 0);
+    bench.answer(bench.frames.first());
+    QCOMPARE(bench.frames.size(), 3);
+    QCOMPARE(bench.items.size(), shown);
+    bench.finishCycle();
+    QCOMPARE(bench.texts().mid(1), pollCycle);
+}
+
+void MonitorPollerLinkTest::sequenceStepWhoseReplyIsLostIsAskedAgain()
+{
+    const QString method = QStringLiteral("010320640001");
+    LinkBench bench(true);
+    const SignalLog<int, QStringList> finished{&bench.poller, &MonitorPoller::readFinishSignal};
+    bench.poller.requestRead();
+    bench.answer();
+    QCOMPARE(bench.last(), method);
+    QVERIFY(bench.waitForFrames(3, 6000));
+    QCOMPARE(bench.texts(), (QStringList{firstPoll, method, method}));
+    // The drive is in torque mode.
+    bench.answerWith("0002");
+    while (finished.count() == 0 && bench.frames.size() < 30)
+        bench.answer();
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(std::get<0>(finished.calls.first()), 2);
+}
+
+void MonitorPollerLinkTest::writeWhoseReplyIsLostIsNotRepeated()
+{
+    LinkBench bench(true);
+    bench.poller.requestWrite(MonitorWrite::Method, 0, 1);
+    bench.answer();
+    const QString write = QStringLiteral("0106E0640001");
+    QCOMPARE(bench.last(), write);
+    QVERIFY(bench.waitForFrames(3, 6000));
+    QCOMPARE(bench.texts(), (QStringList{firstPoll, write, firstPoll}));
+    // Its echo, should it come after all, is nobody's.
+    bench.answer(bench.frames.at(1));
+    QCOMPARE(bench.frames.size(), 3);
+    bench.answer();
+    QCOMPARE(bench.last(), secondPoll);
+}
+
+void MonitorPollerLinkTest::lostReplyOnTheSecondTabAsksForNothing()
+{
+    LinkBench bench(true);
+    bench.poller.showFaultTab(true);
+    const int sent = bench.frames.size();
+    QVERIFY(!bench.waitForFrames(sent + 1, 5000));
 }
 
 void MonitorPollerLinkTest::chainStartsAgainOnceTheLinkIsBackForASecond()
