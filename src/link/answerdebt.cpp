@@ -35,7 +35,18 @@ int answerLength(const QByteArray &bytes, int at)
     return 0;
 }
 
-// The whole answers among the bytes, which are removed together with all that stands before the last.
+// The length of the stream's frame that begins at a place, as its head tells; 0 where none begins.
+int streamFrameLength(const QByteArray &bytes, int at)
+{
+    constexpr int headLength = 4;
+    if (bytes.size() - at < headLength || bytes.at(at) != 1 || !isScopeFrame(bytes.mid(at, headLength)))
+        return 0;
+    const int length = static_cast<quint8>(bytes.at(at + 2)) * 256 + static_cast<quint8>(bytes.at(at + 3));
+    return length < headLength ? 0 : length;
+}
+
+// The whole answers among the bytes, which are removed together with all that stands before the last of them
+// or of the whole frames of a stream.
 QList<QByteArray> takeAnswers(QByteArray *bytes)
 {
     QList<QByteArray> answers;
@@ -47,6 +58,11 @@ QList<QByteArray> takeAnswers(QByteArray *bytes)
         if (length > 0 && answer.size() == length && hasGoodCrc(answer)) {
             answers.append(answer);
             at += length;
+            end = at;
+        } else if (const int skipped = streamFrameLength(*bytes, at);
+                   skipped > 0 && skipped <= bytes->size() - at) {
+            // Samples may look like an answer.
+            at += skipped;
             end = at;
         } else {
             ++at;
@@ -87,49 +103,59 @@ void AnswerDebt::written(TimePoint now)
 QByteArray AnswerDebt::goodChunk(const QByteArray &chunk, TimePoint now)
 {
     pieces.clear();
-    if (!holding && request != Request::Asked) {
+    return takeAnswer(chunk, now);
+}
+
+QByteArray AnswerDebt::takeAnswer(const QByteArray &answer, TimePoint now)
+{
+    if (!holding && !isAnswerAwaited()) {
         // Nobody waits for it. It is an old answer, or the drive spoke unasked.
         forgetIfOld(now);
         const bool old = owed > 0;
         pay();
         lastEvent = now;
-        return old || request == Request::Begun ? QByteArray() : chunk;
+        return old || request == Request::Begun ? QByteArray() : answer;
     }
-    if (holding)
-        return leftover(chunk, now);
+    if (!isAnswerAwaited())
+        return leftover(answer, now);
 
     pay();
     lastEvent = now;
+    holding = false;
     request = Request::Answered;
     slowest = std::max<std::chrono::nanoseconds>(slowest, now - firstWriting);
     if (owed == 0) {
         slowest = std::chrono::nanoseconds(0);
-        return chunk;
+        return answer;
     }
     hold(now);
     if (!doubtful)
-        return chunk;
-    kept = chunk;
+        return answer;
+    kept = answer;
     return QByteArray();
 }
 
 QByteArray AnswerDebt::badChunk(const QByteArray &chunk, TimePoint now)
 {
-    pieces = (pieces + chunk).right(mostPieces);
+    pieces += chunk;
     const QList<QByteArray> answers = takeAnswers(&pieces);
+    pieces = pieces.right(mostPieces);
     QByteArray delivered;
     for (const QByteArray &answer : answers) {
-        if (holding)
-            delivered = leftover(answer, now);
-        else
+        if (!holding && request != Request::Overtaken) {
             pay();
+            continue;
+        }
+        const QByteArray taken = takeAnswer(answer, now);
+        if (delivered.isEmpty())
+            delivered = taken;
     }
     return delivered;
 }
 
 QByteArray AnswerDebt::streamChunk()
 {
-    if (request == Request::Asked)
+    if (isAnswerAwaited())
         request = Request::Answered;
     owed = 0;
     doubtful = false;
@@ -139,11 +165,23 @@ QByteArray AnswerDebt::streamChunk()
     return takeKept();
 }
 
+QByteArray AnswerDebt::unwantedStreamChunk(const QByteArray &chunk, TimePoint now)
+{
+    if (request == Request::Asked) {
+        request = Request::Overtaken;
+        holding = true;
+        silentUntil = now + overtakenWait;
+    }
+    return badChunk(chunk, now);
+}
+
 QByteArray AnswerDebt::endHold(TimePoint now)
 {
     if (!holding || now < silentUntil)
         return QByteArray();
     holding = false;
+    if (request == Request::Overtaken)
+        return QByteArray();
     // One answer at least was the current request's own. What an earlier one is still owed has had its time.
     owed = std::min(owed, std::max(writings - 1, 0));
     if (owed == 0)

@@ -7,6 +7,9 @@
 // is held: nothing new is asked, and what comes is a leftover and thrown away, until the line has been silent
 // for a while. If answers are missing even then, they may have been lost or be later still. So the next
 // request's answer is not believed at once: the last one that comes is it, since answers keep their order.
+//
+// A chunk of a stream that nobody wants completes a request without being its answer. That may stand in the
+// same chunk, or in one of the next: it is waited for a moment before anything new is asked.
 #pragma once
 
 #include <QByteArray>
@@ -24,6 +27,8 @@ public:
     static constexpr std::chrono::milliseconds settleTime{20};
     // No answer is waited for longer.
     static constexpr std::chrono::milliseconds longestHold{500};
+    // What a stream that nobody wants has overtaken holds the link no longer than any request waits.
+    static constexpr std::chrono::milliseconds overtakenWait{50};
 
     // A new request is the current one; not while isHolding().
     void begin(TimePoint now);
@@ -36,10 +41,13 @@ public:
     // chunk itself; empty for a leftover and for what is kept until it is certain.
     QByteArray goodChunk(const QByteArray &chunk, TimePoint now);
     // Noise, a piece of an answer, or several joined. Whole answers in it, or in the pieces so far, are no
-    // longer owed.
+    // longer owed. They complete nothing, but that of an overtaken request is given.
     QByteArray badChunk(const QByteArray &chunk, TimePoint now);
     // A chunk of the scope stream ends hold and debt; gives what was kept.
     QByteArray streamChunk();
+    // A chunk of a stream that nobody wants overtakes the current request. Hold and debt stay, and answers
+    // before, between and behind the stream's frames count like chunks by themselves.
+    QByteArray unwantedStreamChunk(const QByteArray &chunk, TimePoint now);
 
     // The current request has not been written yet: no chunk can be its answer.
     bool awaitsWriting() const { return request == Request::Begun; }
@@ -50,9 +58,11 @@ public:
     QByteArray endHold(TimePoint now);
 
 private:
-    enum class Request { None, Begun, Asked, Answered };
+    enum class Request { None, Begun, Asked, Overtaken, Answered };
 
+    bool isAnswerAwaited() const { return request == Request::Asked || request == Request::Overtaken; }
     void forgetIfOld(TimePoint now);
+    QByteArray takeAnswer(const QByteArray &answer, TimePoint now);
     void pay();
     void hold(TimePoint now);
     QByteArray leftover(const QByteArray &chunk, TimePoint now);

@@ -291,7 +291,7 @@ QByteArray SerialPort::Loop::settle(const QByteArray &chunk, ChunkKind kind)
     const DeviceWait::Clock::time_point now = DeviceWait::Clock::now();
     switch (kind) {
     case ChunkKind::Stream:
-        return link.answerDebt.streamChunk();
+        return scopeRunning ? link.answerDebt.streamChunk() : link.answerDebt.unwantedStreamChunk(chunk, now);
     case ChunkKind::Good:
         return link.answerDebt.goodChunk(chunk, now);
     case ChunkKind::Bad:

@@ -1,48 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The answers that the drive owes: which chunk is delivered, how long the link is held, with given times.
-#include "link/answerdebt.h"
-
-#include "support/wire.h"
+#include "debtline.h"
 
 #include <QTest>
 
-using namespace std::chrono_literals;
-
-namespace {
-
-const QByteArray answerA = wire::frame("010302000a");
-const QByteArray answerB = wire::frame("010302000b");
-const QByteArray answerC = wire::frame("010302000c");
-const QByteArray nothing;
-
-// A debt with a clock that the test moves, in milliseconds.
-struct Line
-{
-    AnswerDebt debt;
-    AnswerDebt::TimePoint now = AnswerDebt::TimePoint(1h);
-
-    void pass(int milliseconds) { now += std::chrono::milliseconds(milliseconds); }
-    // Asks, writing the request once and again after each of the waits.
-    void ask(const QList<int> &repeatedAfter = {})
-    {
-        debt.begin(now);
-        debt.written(now);
-        for (const int wait : repeatedAfter) {
-            pass(wait);
-            debt.written(now);
-        }
-    }
-    QByteArray good(const QByteArray &chunk) { return debt.goodChunk(chunk, now); }
-    QByteArray bad(const QByteArray &chunk) { return debt.badChunk(chunk, now); }
-    int holdLeft() const { return debt.isHolding() ? int((debt.holdEnd() - now) / 1ms) : 0; }
-    QByteArray passHold()
-    {
-        now = debt.holdEnd();
-        return debt.endHold(now);
-    }
-};
-
-} // namespace
+using namespace debtline;
 
 class AnswerDebtTest : public QObject
 {

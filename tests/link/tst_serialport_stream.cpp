@@ -22,6 +22,9 @@ private slots:
     void stopFrameWaitsForTheNextChunk();
     void stoppingTheScopeEmptiesTheMailbox();
     void streamOfNobodyIsStoppedOnce();
+    void replyAmidAStreamOfNobodyIsDelivered_data();
+    void replyAmidAStreamOfNobodyIsDelivered();
+    void replyAmidAStreamOfNobodyIsNotTheNextRequests();
     void streamChunksAnswerARequest();
     void scopeFramesAreOwedNoAnswer();
     void closingStopsARunningStream();
@@ -112,6 +115,59 @@ void SerialPortStreamTest::streamOfNobodyIsStoppedOnce()
     peer.write(streamChunk);
     QTRY_COMPARE(deliveries.list, QStringList({QStringLiteral("scope "), delivery("scope", streamChunk)}));
     QCOMPARE(peer.framesOnce(), QList<QByteArray>({probe, stopFrame}));
+}
+
+void SerialPortStreamTest::replyAmidAStreamOfNobodyIsDelivered_data()
+{
+    QTest::addColumn<QByteArray>("inFront");
+    QTest::addColumn<QByteArray>("behind");
+    QTest::newRow("behind a frame") << streamChunk << QByteArray();
+    QTest::newRow("between frames") << streamChunk + streamChunk << streamChunk;
+}
+
+void SerialPortStreamTest::replyAmidAStreamOfNobodyIsDelivered()
+{
+    QFETCH(QByteArray, inFront);
+    QFETCH(QByteArray, behind);
+    PtyPeer peer([&](const QByteArray &request) {
+        return request == stopFrame || request == probe ? QByteArray() : inFront + replyOf(request) + behind;
+    });
+    SerialPort port;
+    const SignalLog editor(&port, &SerialPort::handleBaseParameter);
+    const SignalLog monitor(&port, &SerialPort::handleParameterMonitor);
+    port.writeSlot(readA, QStringLiteral("Editor"));
+    port.writeSlot(readB, QStringLiteral("Monitor"));
+    port.writeSlot(readC, QStringLiteral("Editor"));
+    port.getPortName(peer.entry(), rs485);
+    QTRY_COMPARE(editor.count(), 2);
+    QTRY_COMPARE(monitor.count(), 1);
+    QCOMPARE(std::get<0>(editor.calls.at(0)), replyOf(readA));
+    QCOMPARE(std::get<0>(editor.calls.at(1)), replyOf(readC));
+    QCOMPARE(std::get<0>(monitor.calls.at(0)), replyOf(readB));
+}
+
+void SerialPortStreamTest::replyAmidAStreamOfNobodyIsNotTheNextRequests()
+{
+    QByteArray overtaken = streamChunk + replyOf(readA);
+    PtyPeer peer([&overtaken](const QByteArray &request) {
+        if (request == readA)
+            return streamChunk;
+        if (request != readB)
+            return QByteArray();
+        QByteArray late;
+        late.swap(overtaken);
+        return late + streamChunk + replyOf(readB);
+    });
+    SerialPort port;
+    const Deliveries deliveries(port);
+    port.writeSlot(readA, QStringLiteral("Editor"));
+    port.writeSlot(readB, QStringLiteral("Monitor"));
+    port.getPortName(peer.entry(), rs485);
+    const auto isReply = [](const QString &text) { return !text.startsWith(QLatin1String("scope")); };
+    QTRY_VERIFY(std::any_of(deliveries.list.cbegin(), deliveries.list.cend(), isReply));
+    QCOMPARE(*std::find_if(deliveries.list.cbegin(), deliveries.list.cend(), isReply),
+             delivery("monitor", replyOf(readB)));
+    QCOMPARE(peer.framesOnce(), QList<QByteArray>({readA, stopFrame, readB}));
 }
 
 void SerialPortStreamTest::streamChunksAnswerARequest()
