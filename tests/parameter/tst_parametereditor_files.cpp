@@ -1,14 +1,37 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The editor's parameter files, saved, exported and opened again.
+#include "editorfiles.h"
+
 #include "parameter/loadededitor.h"
 #include "support/editortexts.h"
 #include "support/filedialoganswers.h"
-#include "support/fulldisk.h"
 #include "support/modalanswers.h"
 #include "support/wire.h"
 
 #include <QAction>
+#include <QDir>
 #include <QFile>
 #include <QTranslator>
+
+using namespace editorfiles;
+
+namespace {
+
+const QString scpFilter = QStringLiteral("Parameter File(*.scp)");
+const QString csvFilter = QStringLiteral("CSV File(*.csv)");
+
+class MarkingTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char *context, const char *source, const char *, int) const override
+    {
+        return qstrcmp(context, "ParameterTable") == 0 ? QStringLiteral("zh:") + QString::fromUtf8(source)
+                                                       : QString();
+    }
+};
+
+} // namespace
 
 class ParameterEditorFilesTest : public QObject
 {
@@ -32,89 +55,10 @@ private slots:
     void exportHasTheHeadsOfTheInterface();
     void openedValuesAreWhatAPageWriteSends();
     void nothingGoesToTheDriveByItself();
-    void failedSaveIsToldAndKeepsTheFile();
-#ifdef Q_OS_UNIX
-    void fullDiskIsToldAndKeepsTheFile();
-#endif
-    void fileThatIsGoneIsTold();
-#ifdef Q_OS_LINUX
-    void fileWhoseReadFailsIsTold();
-#endif
-    void fileThatIsTooLargeIsTold();
-    void foreignFileIsReadAsFarAsItGoes_data();
-    void foreignFileIsReadAsFarAsItGoes();
-    void fileOfTheOtherLanguageLandsByPlace();
-    void openingBeforeTheCatalogueIsThereIsHarmless();
 
 private:
     static void languages();
 };
-
-namespace {
-
-const QString saveTitle = QStringLiteral("Save scp file");
-const QString openTitle = QStringLiteral("open scp file");
-const QString scpFilter = QStringLiteral("Parameter File(*.scp)");
-const QString csvFilter = QStringLiteral("CSV File(*.csv)");
-
-QByteArray contentOf(const QString &name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
-
-void put(const QString &name, const QByteArray &bytes)
-{
-    QFile file(name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("the test can't write its own file");
-}
-
-void save(const LoadedEditor &loaded, const QString &name)
-{
-    FileDialogAnswers dialogs;
-    dialogs.expect(saveTitle, name);
-    loaded.editor->saveParameters();
-}
-
-void open(const LoadedEditor &loaded, const QString &name)
-{
-    FileDialogAnswers dialogs;
-    dialogs.expect(openTitle, name);
-    loaded.editor->openExistParameter();
-}
-
-QList<QStringList> valuesOf(const LoadedEditor &loaded)
-{
-    QList<QStringList> values;
-    for (int page = 0; page < loaded.pages.size(); ++page) {
-        values.append(QStringList());
-        for (int row = 0; row < loaded.pages.at(page)->rowCount(); ++row)
-            values.last().append(loaded.value(page, row)->text());
-    }
-    return values;
-}
-
-void setAllValues(const LoadedEditor &loaded, const QString &text)
-{
-    for (int page = 0; page < loaded.pages.size(); ++page) {
-        for (int row = 0; row < loaded.pages.at(page)->rowCount(); ++row)
-            loaded.value(page, row)->setText(text);
-    }
-}
-
-class MarkingTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char *context, const char *source, const char *, int) const override
-    {
-        return qstrcmp(context, "ParameterTable") == 0 ? QStringLiteral("zh:") + QString::fromUtf8(source)
-                                                       : QString();
-    }
-};
-
-} // namespace
 
 void ParameterEditorFilesTest::languages()
 {
@@ -357,140 +301,6 @@ void ParameterEditorFilesTest::nothingGoesToTheDriveByItself()
     save(loaded, QStringLiteral("set-up.scp"));
     open(loaded, QStringLiteral("set-up.scp"));
     QVERIFY(loaded.peer.frames.isEmpty());
-}
-
-void ParameterEditorFilesTest::failedSaveIsToldAndKeepsTheFile()
-{
-    const LoadedEditor loaded;
-    put(QStringLiteral("plain"), "old");
-    ModalAnswers boxes;
-    boxes.expect(editortext::saveFailed);
-    save(loaded, QStringLiteral("plain/set-up.scp"));
-    QCOMPARE(contentOf(QStringLiteral("plain")), QByteArray("old"));
-}
-
-#ifdef Q_OS_UNIX
-void ParameterEditorFilesTest::fullDiskIsToldAndKeepsTheFile()
-{
-    const LoadedEditor loaded;
-    put(QStringLiteral("set-up.scp"), "old");
-    ModalAnswers boxes;
-    boxes.expect(QStringLiteral("set-up.scp already exists.\nDo you want to replace it?"), QMessageBox::Yes);
-    boxes.expect(editortext::saveFailed);
-
-    {
-        const FullDisk disk(100);
-        save(loaded, QStringLiteral("set-up.scp"));
-    }
-    QCOMPARE(contentOf(QStringLiteral("set-up.scp")), QByteArray("old"));
-}
-#endif
-
-void ParameterEditorFilesTest::fileThatIsGoneIsTold()
-{
-    const LoadedEditor loaded;
-    const QList<QStringList> before = valuesOf(loaded);
-    put(QStringLiteral("set-up.scp"), "UG4tMDAw\r\nMQ==\r\n");
-    ModalAnswers boxes;
-    boxes.expect(editortext::openFailed);
-    FileDialogAnswers dialogs;
-    dialogs.expect(openTitle, QStringLiteral("set-up.scp"),
-                   [] { QFile::remove(QStringLiteral("set-up.scp")); });
-    loaded.editor->openExistParameter();
-    QCOMPARE(valuesOf(loaded), before);
-}
-
-#ifdef Q_OS_LINUX
-void ParameterEditorFilesTest::fileWhoseReadFailsIsTold()
-{
-    const LoadedEditor loaded;
-    const QList<QStringList> before = valuesOf(loaded);
-    // It can be opened, but there is no memory at its start.
-    QVERIFY(QFile::link(QStringLiteral("/proc/self/mem"), QStringLiteral("set-up.scp")));
-    ModalAnswers boxes;
-    boxes.expect(editortext::openFailed);
-    open(loaded, QStringLiteral("set-up.scp"));
-    QCOMPARE(valuesOf(loaded), before);
-}
-#endif
-
-void ParameterEditorFilesTest::fileThatIsTooLargeIsTold()
-{
-    const LoadedEditor loaded;
-    const QList<QStringList> before = valuesOf(loaded);
-    put(QStringLiteral("set-up.scp"), "UG4tMDAw\r\nMQ==\r\n" + QByteArray(4 * 1024 * 1024, '\n'));
-    ModalAnswers boxes;
-    boxes.expect(editortext::openFailed);
-    open(loaded, QStringLiteral("set-up.scp"));
-    QCOMPARE(valuesOf(loaded), before);
-}
-
-void ParameterEditorFilesTest::foreignFileIsReadAsFarAsItGoes_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("first"); // of the page Pn-1XX afterwards; the other pages stay
-    QByteArray binary;
-    for (int i = 0; i < 65536; ++i)
-        binary.append(char(i * 7 + i / 256));
-    QTest::newRow("empty") << QByteArray() << "0";
-    QTest::newRow("binary") << binary << "0";
-    QTest::newRow("line of a megabyte") << QByteArray(1024 * 1024, 'A') << "0";
-    QTest::newRow("cut within the first value") << QByteArray("UG4tMTAw\r\nMTI") << "12";
-    QTest::newRow("too many values") << "UG4tMTAw\r\n" + QByteArray("Nw==\r\n").repeated(100000) << "7";
-    QTest::newRow("page that there is not") << QByteArray("UG4tRjAw\r\nNw==\r\n") << "0";
-}
-
-void ParameterEditorFilesTest::foreignFileIsReadAsFarAsItGoes()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QString, first);
-    const LoadedEditor loaded;
-    const ModalAnswers noBox;
-    loaded.value(1, 0)->setText(QStringLiteral("0"));
-    QList<QStringList> before = valuesOf(loaded);
-    put(QStringLiteral("foreign.scp"), file);
-    open(loaded, QStringLiteral("foreign.scp"));
-    QList<QStringList> after = valuesOf(loaded);
-    QCOMPARE(after.at(1).first(), first);
-    after.removeAt(1);
-    before.removeAt(1);
-    QCOMPARE(after, before);
-}
-
-void ParameterEditorFilesTest::fileOfTheOtherLanguageLandsByPlace()
-{
-    QByteArray file;
-    QList<QStringList> chinese;
-    {
-        const LoadedEditor loaded(QStringLiteral("zh_CN"));
-        save(loaded, QStringLiteral("set-up.scp"));
-        file = contentOf(QStringLiteral("set-up.scp"));
-        chinese = valuesOf(loaded);
-    }
-    const LoadedEditor loaded;
-    const ModalAnswers noBox;
-    put(QStringLiteral("set-up.scp"), file);
-    setAllValues(loaded, QStringLiteral("kept"));
-    open(loaded, QStringLiteral("set-up.scp"));
-    const QList<QStringList> english = valuesOf(loaded);
-    for (int page = 0; page < 12; ++page) {
-        for (int row = 0; row < english.at(page).size(); ++row)
-            QCOMPARE(english.at(page).at(row), chinese.at(page).value(row, QStringLiteral("kept")));
-    }
-    // The Chinese page has 21 rows, the English one more.
-    QCOMPARE(english.at(0).at(21), QStringLiteral("kept"));
-}
-
-void ParameterEditorFilesTest::openingBeforeTheCatalogueIsThereIsHarmless()
-{
-    const TestDirectory directory;
-    ParameterEditor editor;
-    put(QStringLiteral("set-up.scp"), "UG4tMTAw\r\nNw==\r\n");
-    const ModalAnswers noBox;
-    FileDialogAnswers dialogs;
-    dialogs.expect(openTitle, QStringLiteral("set-up.scp"));
-    editor.openExistParameter();
-    QCOMPARE(dialogs.seen.size(), 1);
 }
 
 QTEST_MAIN(ParameterEditorFilesTest)
