@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "plotterbench.h"
+
 #include "scope/plotter.h"
 #include "support/filedialoganswers.h"
 #include "support/modalanswers.h"
@@ -8,7 +10,6 @@
 #include <QApplication>
 #include <QFileInfo>
 #include <QImageReader>
-#include <QMouseEvent>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
@@ -19,7 +20,7 @@
 #include <cmath>
 #include <memory>
 
-using List = QVector<double>;
+using namespace plotterbench;
 
 namespace {
 
@@ -27,16 +28,8 @@ namespace {
 // the integer part 7 (p - 50).
 std::unique_ptr<Plotter> makeStopped(const List &data1, const List &data2 = {})
 {
-    auto plotter = std::make_unique<Plotter>();
-    plotter->resize(800, 600);
-    plotter->show();
-    plotter->receiveScopIsStopSlot(false);
-    plotter->setLive(true);
-    plotter->receivePlotterDataScopeSlot({}, {}, {}, {});
-    plotter->receivePlotterDataScopeSlot(data1, data2, {}, {});
-    plotter->runTimerOutSlot();
-    plotter->setLive(false);
-    plotter->receiveScopIsStopSlot(true);
+    auto plotter = makePlotter();
+    run(plotter.get(), data1, data2);
     PlotSettings settings;
     for (int c = 0; c < plotChannels; ++c)
         settings.maxX[c] = 4900;
@@ -52,27 +45,11 @@ List ramp(int count)
     return values;
 }
 
-void moveMouse(Plotter *plotter, const QPoint &point)
-{
-    QMouseEvent event(QEvent::MouseMove, point, plotter->mapToGlobal(point), Qt::NoButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(plotter, &event);
-}
-
-bool hasRed(const QImage &image, const QRect &area)
-{
-    for (int y = area.top(); y <= area.bottom(); ++y)
-        for (int x = area.left(); x <= area.right(); ++x)
-            if (image.pixelColor(x, y) == QColor(Qt::red))
-                return true;
-    return false;
-}
-
 // Whether a vertical cursor stands at this pixel: a red point where no wave and no grid is.
 bool hasCursorAt(Plotter *plotter, int x)
 {
     const QImage image = plotter->grab().toImage();
-    return hasRed(image, {x, 530, 1, 12});
+    return hasColor(image, {x, 530, 1, 12}, Qt::red);
 }
 
 QWidget *spectrumWindow()
@@ -166,7 +143,7 @@ void PlotMeasureTest::cursorStaysWhereTheButtonWasReleased()
     QVERIFY(hasCursorAt(plotter.get(), 750));
     QTest::mousePress(plotter.get(), Qt::LeftButton, {}, {40, 375});
     QTest::mouseRelease(plotter.get(), Qt::LeftButton, {}, {40, 250});
-    QVERIFY(hasRed(plotter->grab().toImage(), {700, 250, 1, 1}));
+    QVERIFY(hasColor(plotter->grab().toImage(), {700, 250, 1, 1}, Qt::red));
     QCOMPARE(values.size(), 0); // the fields follow moves
 }
 
@@ -224,7 +201,7 @@ void PlotMeasureTest::horizontalCursorFindsItsValue()
     moveMouse(plotter.get(), {40, 250});
     QCOMPARE(values.last().first().value<List>().first(), 200.0);
     QTest::mouseRelease(plotter.get(), Qt::LeftButton, {}, {40, 250});
-    QVERIFY(hasRed(plotter->grab().toImage(), {700, 250, 1, 1}));
+    QVERIFY(hasColor(plotter->grab().toImage(), {700, 250, 1, 1}, Qt::red));
 }
 
 void PlotMeasureTest::cursorStopsAtTheEdge()
