@@ -1,36 +1,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How the worker's waits end: by bytes, time, calls and stops, and at a device that takes nothing.
-#include "link/devicewait.h"
+#include "failingwrites.h"
 
+#include "link/devicewait.h"
 #include "support/ptypeer.h"
 
 #include <QElapsedTimer>
 #include <QSerialPort>
 #include <QTest>
 
-#include <atomic>
-#include <cerrno>
 #include <ctime>
+#include <memory>
 #include <thread>
-
-#include <sys/syscall.h>
-#include <unistd.h>
-
-namespace {
-
-std::atomic<int> failingDescriptor{-1};
-
-} // namespace
-
-// In the place of the system's: a device whose writes fail although it polls writable.
-extern "C" ssize_t write(int descriptor, const void *data, size_t size)
-{
-    if (descriptor == failingDescriptor) {
-        errno = EIO;
-        return -1;
-    }
-    return syscall(SYS_write, descriptor, data, size);
-}
 
 class DeviceWaitTest : public QObject
 {
@@ -59,14 +40,13 @@ void DeviceWaitTest::init()
 
 void DeviceWaitTest::cleanup()
 {
-    failingDescriptor = -1;
     device.close();
 }
 
 void DeviceWaitTest::writingThatFailsEndsAtItsTimeAndDoesNotSpin()
 {
     DeviceWait wait;
-    failingDescriptor = int(device.handle());
+    auto failing = std::make_unique<FailingWrites>(peer.path());
     device.write("01234567");
     QVERIFY(device.bytesToWrite() > 0);
     QElapsedTimer clock;
@@ -77,7 +57,7 @@ void DeviceWaitTest::writingThatFailsEndsAtItsTimeAndDoesNotSpin()
     const double busy = 1000.0 * double(std::clock() - before) / CLOCKS_PER_SEC;
     QVERIFY2(busy < 60, qPrintable(QString::number(busy)));
     // It is tried again by the next wait.
-    failingDescriptor = -1;
+    failing.reset();
     wait.wait(device, 1, DeviceWait::EndedBy::Stop);
     QCOMPARE(device.bytesToWrite(), qint64(0));
 }
