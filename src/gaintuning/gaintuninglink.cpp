@@ -56,6 +56,8 @@ GainTuningLink::GainTuningLink(QObject *parent)
     notchTimer.setInterval(notchPause);
     connect(&roundTimer, &QTimer::timeout, this, &GainTuningLink::startRound);
     connect(&notchTimer, &QTimer::timeout, this, &GainTuningLink::sendNextNotchFrame);
+    connect(this, &GainTuningLink::frameReady, &replyWatch, &ReplyWatch::begin);
+    connect(&replyWatch, &ReplyWatch::overdue, this, &GainTuningLink::goOnAfterLoss);
 }
 
 void GainTuningLink::fillVibrationReads()
@@ -112,7 +114,7 @@ void GainTuningLink::takeReply(const QByteArray &reply, int address)
     // The probe of a restarted link is answered to the window that asked last. The request in flight was lost
     // with the old worker.
     if (kind == ReplyKind::Read && !isReadReplyOf(reply, 1)) {
-        goOnAfterRestart();
+        goOnAfterLoss();
         return;
     }
     lastAddress = address;
@@ -157,10 +159,10 @@ void GainTuningLink::sendHead()
         emit frameReady(pendingReads.first());
 }
 
-// A lost read is asked again. A lost write is not repeated, since the user has been told that the link failed
-// and might have gone on by other means: the rest of it is dropped, and the window shows anew what the drive
+// A lost read is asked again. A lost write is not repeated, since the drive may have carried it out, and the
+// user might have gone on by other means: the rest of it is dropped, and the window shows anew what the drive
 // holds. The pause before that leaves time for the replies to writes that were still queued.
-void GainTuningLink::goOnAfterRestart()
+void GainTuningLink::goOnAfterLoss()
 {
     if (linkState == InitialRead || linkState == Idle) {
         if (!pendingReads.isEmpty())

@@ -3,6 +3,8 @@
 // registers with its pause, and the writes between them. Knows no widgets. Main thread; owned by GainTuning.
 #pragma once
 
+#include "link/replywatch.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QObject>
@@ -61,7 +63,7 @@ private:
     static const Step &stepOf(State state, ReplyKind kind);
     void decode(Decoder decoder, const QByteArray &reply);
     void sendHead();
-    void goOnAfterRestart();
+    void goOnAfterLoss();
     bool isSecondReplyOfARepeat();
     void dropHead();
     void continueBatch();
@@ -80,8 +82,9 @@ private:
     bool notchesRun = false;
     int lastAddress = 0;      // of the reply in hand
     int repeatedAddress = -1; // of a read that was sent a second time and may be answered twice; -1: none
-    bool isStale = false;     // a write was lost with the link: what is shown may not be what the drive holds
+    bool isStale = false;     // a write was lost: what is shown may not be what the drive holds
     int cycleCount = 0;       // 0, 1, 2, 0 at each round; nothing reads it
     QTimer roundTimer;        // the pause between two rounds
     QTimer notchTimer;
+    ReplyWatch replyWatch; // over the frame that left last
 };
