@@ -26,6 +26,7 @@ TrialExchange::TrialExchange(QObject *parent)
 {
     repeatTimer.setInterval(repeatInterval);
     connect(&repeatTimer, &QTimer::timeout, this, &TrialExchange::repeat);
+    connect(&sequenceWatch, &ReplyWatch::overdue, this, &TrialExchange::sequenceOverdue);
 }
 
 void TrialExchange::send(const QByteArray &frame, Kind kind)
@@ -55,6 +56,8 @@ void TrialExchange::post(const QByteArray &frame, Kind kind, int id, bool isSure
         insisted = isSure && kind == Kind::Panel ? frame : QByteArray();
     notePanel(frame);
     outstanding.append({frame, kind, id});
+    if (kind == Kind::Sequence)
+        sequenceWatch.begin();
     emit frameReady(frame);
 }
 

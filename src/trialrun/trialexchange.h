@@ -4,6 +4,8 @@
 // Main thread; owned by TrialSequence.
 #pragma once
 
+#include "link/replywatch.h"
+
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <QList>
@@ -70,6 +72,8 @@ public:
 signals:
     void frameReady(QByteArray frame);
     void withdrawNeeded();
+    // The last request of the sequence has had no answer for so long that none will come.
+    void sequenceOverdue();
 
 private:
     void post(const QByteArray &frame, Kind kind, int id, bool isSure = false);
@@ -90,4 +94,5 @@ private:
     int repeatsLeft = 0;
     int knownRepeats = 0; // of the link, when last looked at
     QElapsedTimer sinceRepeat;
+    ReplyWatch sequenceWatch;
 };

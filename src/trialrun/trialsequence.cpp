@@ -24,6 +24,7 @@ TrialSequence::TrialSequence(QObject *parent)
 {
     connect(&exchange, &TrialExchange::frameReady, this, &TrialSequence::frameReady);
     connect(&exchange, &TrialExchange::withdrawNeeded, this, &TrialSequence::withdrawNeeded);
+    connect(&exchange, &TrialExchange::sequenceOverdue, this, &TrialSequence::takeUpStalled);
     saveTimer.setInterval(saveInterval);
     connect(&saveTimer, &QTimer::timeout, this, &TrialSequence::saveInitValue);
     calmTimer.setInterval(calmTime);
@@ -235,11 +236,12 @@ void TrialSequence::takeHead(const QByteArray &reply)
         return;
     }
     const TrialStageRule &rule = trialStageRule(head.stage);
-    if (rule.saves && !captureInitValue(reply)) {
+    if (rule.saves && !restore.capture(head.frame, reply)) {
         startSavingAnew();
         return;
     }
-    if (rule.fills && isReadReply(head.frame) && isReadReplyOf(reply, registersOfRequest(head.frame)))
+    if ((rule.saves || rule.fills) && isReadReply(head.frame) &&
+        isReadReplyOf(reply, registersOfRequest(head.frame)))
         emit valueRead(head.stage, addressOfRequest(head.frame), payloadFromFront(reply));
     if (isRestoring() && addressOfRequest(head.frame) == trialregister::panel)
         exchange.panelRestored();
@@ -270,15 +272,6 @@ bool TrialSequence::mustAskAgain(const TrialQueue::Entry &head, const QByteArray
     return true;
 }
 
-bool TrialSequence::captureInitValue(const QByteArray &reply)
-{
-    const QByteArray request = frameQueue.head().frame;
-    if (!restore.capture(request, reply))
-        return false;
-    emit valueRead(TrialStage::Saving, addressOfRequest(request), payloadFromFront(reply));
-    return true;
-}
-
 // Whose answer that was can't be told, nor whose the answers before it were.
 void TrialSequence::startSavingAnew()
 {
@@ -286,6 +279,18 @@ void TrialSequence::startSavingAnew()
     restore.forget();
     saveTimer.stop();
     calmTimer.start();
+}
+
+// A reply can get lost on a link that stays open. What belongs to a press waits for the hand, which takes it
+// back, and the restore for its own watch, which a second closing begins.
+void TrialSequence::takeUpStalled()
+{
+    if (!frameQueue.isHeadSent() || frameQueue.head().isHeld || isRestoring())
+        return;
+    exchange.forget(TrialExchange::Kind::Sequence);
+    frameQueue.headLost();
+    drop([](const TrialQueue::Entry &queued) { return isAddressless(queued.frame); });
+    sendHeadFrame();
 }
 
 void TrialSequence::endBatch(TrialStage batch)

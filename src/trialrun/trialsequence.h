@@ -87,8 +87,8 @@ private:
     void takeHead(const QByteArray &reply);
     bool mustArrive(const QByteArray &frame) const;
     bool mustAskAgain(const TrialQueue::Entry &head, const QByteArray &reply);
-    bool captureInitValue(const QByteArray &reply);
     void startSavingAnew();
+    void takeUpStalled();
     void endBatch(TrialStage batch);
     void clearQueue();
     void takeBack();
