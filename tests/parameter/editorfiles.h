@@ -2,28 +2,15 @@
 // Saving and opening parameter files in a loaded editor, and the values that it then shows. Main thread.
 #pragma once
 
+#include "testfiles.h"
+
 #include "parameter/loadededitor.h"
 #include "support/filedialoganswers.h"
-
-#include <QFile>
 
 namespace editorfiles {
 
 inline const QString saveTitle = QStringLiteral("Save scp file");
 inline const QString openTitle = QStringLiteral("open scp file");
-
-inline QByteArray contentOf(const QString &name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
-
-inline void put(const QString &name, const QByteArray &bytes)
-{
-    QFile file(name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("the test can't write its own file");
-}
 
 inline void save(const LoadedEditor &loaded, const QString &name)
 {

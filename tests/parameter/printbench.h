@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// A parameter editor that is about to print, and the files that come of it. Main thread.
+// A parameter editor that is about to print. Main thread.
 #pragma once
 
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
 
 #include <QAction>
-#include <QFile>
 #include <QListWidget>
 #include <QStackedWidget>
 #include <QTest>
@@ -56,11 +55,5 @@ public:
     ParameterEditor editor;
     QStackedWidget *stack = nullptr;
 };
-
-inline QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 } // namespace printbench

@@ -11,6 +11,7 @@
 #include <QFile>
 
 using namespace editorfiles;
+using namespace testfiles;
 
 class ParameterEditorFileFaultsTest : public QObject
 {

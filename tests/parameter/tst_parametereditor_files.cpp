@@ -14,6 +14,7 @@
 #include <QTranslator>
 
 using namespace editorfiles;
+using namespace testfiles;
 
 namespace {
 

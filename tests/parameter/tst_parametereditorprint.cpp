@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The editor's way to paper, from the button to the preview.
 #include "printbench.h"
+#include "testfiles.h"
 
 #include "parameter/parametereditor.h"
 #include "parameter/parametertable.h"
@@ -19,6 +20,7 @@
 #include <QTranslator>
 
 using namespace printbench;
+using namespace testfiles;
 
 class ParameterEditorPrintTest : public QObject
 {

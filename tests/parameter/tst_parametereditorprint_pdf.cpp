@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The editor's way to a PDF file, from the action to the box that tells of it.
 #include "printbench.h"
+#include "testfiles.h"
 
 #include "parameter/printdialogs.h"
 #include "support/filedialoganswers.h"
@@ -16,17 +17,11 @@
 #include <QToolButton>
 
 using namespace printbench;
+using namespace testfiles;
 
 namespace {
 
 const QString finished = QStringLiteral("Finish create Parameter PDF ");
-
-void put(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("the test can't write its own file");
-}
 
 } // namespace
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // How the printed table is cut into pages, and what stands on each of them.
 #include "printsheets.h"
+#include "testfiles.h"
 
 #include "parameter/printedpages.h"
 #include "support/testdirectory.h"
 
-#include <QFile>
 #include <QImage>
 #include <QPrinter>
 #include <QTest>
@@ -14,6 +14,7 @@
 #include <functional>
 
 using namespace printsheets;
+using namespace testfiles;
 
 namespace {
 
@@ -31,12 +32,6 @@ int dotsOf(const QImage &image, const QRectF &where, const std::function<bool(co
 bool isInk(const QColor &colour)
 {
     return colour != QColor(Qt::white);
-}
-
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
