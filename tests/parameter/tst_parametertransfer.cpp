@@ -1,104 +1,26 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The editor's conversation with the drive by itself: one request at a time, what a time-out says, and how a
-// run is ended.
+// The editor's conversation with the drive by itself: one request at a time, and what a time-out says.
+#include "transferexchange.h"
+
 #include "parameter/parametertransfer.h"
-#include "support/registerpeer.h"
-#include "support/signallog.h"
 #include "support/wire.h"
 
-#include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QPointer>
 #include <QTest>
 
-#include <functional>
-
-using End = ParameterTransfer::End;
+using namespace transferexchange;
 
 namespace {
 
-// A transfer whose frames go to a peer that answers when it is told to.
-class Exchange
-{
-public:
-    Exchange()
-        : transfer({QStringLiteral("Pn-304")})
-    {
-        peer.held = true;
-        QObject::connect(&transfer, &ParameterTransfer::frameReady, &peer,
-                         [this](const QByteArray &frame) { peer.take(frame, QString()); });
-        QObject::connect(&peer, &RegisterPeer::reply, &transfer, &ParameterTransfer::takeReply);
-    }
-
-    // Lets what is held back come in, and what it sets going, as far as the next frame.
-    void answer()
-    {
-        peer.release();
-        peer.held = true;
-        QCoreApplication::processEvents();
-    }
-    // Answers until nothing is asked any more.
-    void answerAll()
-    {
-        for (int count = 0; count != peer.frames.size();) {
-            count = peer.frames.size();
-            answer();
-        }
-    }
-
-    RegisterPeer peer;
-    ParameterTransfer transfer;
-    SignalLog<int, QByteArray> answers{&transfer, &ParameterTransfer::answered};
-    SignalLog<End> ends{&transfer, &ParameterTransfer::ended};
-    SignalLog<> withdrawals{&transfer, &ParameterTransfer::withdrawn};
-    SignalLog<int, int> counts{&transfer, &ParameterTransfer::progress};
-};
-
-using Start = std::function<void(ParameterTransfer &)>;
-
-const QStringList jog{"Pn-007", "", "150.0", "0.1rpm", "0.0", "6000.0"};
-const QStringList gear{"Pn-100", "", "3", "", "0", "8"};
-
-const QByteArray readJog = wire::frame("01 03 20 07 00 01");
-const QByteArray readGear = wire::frame("01 03 20 64 00 01");
-const QByteArray storeJog = wire::frame("01 10 e0 07 00 01 02 05 dc");
 const QByteArray keepJog = wire::frame("01 10 20 07 00 01 02 05 dc");
 const QByteArray storeGear = wire::frame("01 10 e0 64 00 01 02 00 03");
-
-void readOne(ParameterTransfer &transfer)
-{
-    transfer.readOne(QStringLiteral("Pn-007"));
-}
 
 void writeOne(ParameterTransfer &transfer)
 {
     transfer.writeOne(jog, 0x2000);
 }
 
-void readPages(ParameterTransfer &transfer)
-{
-    transfer.readPages({"Pn-007", "Pn-100"});
-}
-
-void readBatch(ParameterTransfer &transfer)
-{
-    transfer.readBatch({"Pn-007", "Pn-100"});
-}
-
-void writePages(ParameterTransfer &transfer)
-{
-    transfer.writePages({jog, gear});
-}
-
-void writeBatch(ParameterTransfer &transfer)
-{
-    transfer.writeBatch({jog, gear});
-}
-
 } // namespace
-
-Q_DECLARE_METATYPE(Start)
-Q_DECLARE_METATYPE(End)
 
 class ParameterTransferTest : public QObject
 {
@@ -115,16 +37,6 @@ private slots:
     void eachReplyGoesToItsOwnRegister();
     void replyAfterTheTimeOutIsNobodys();
     void replyBehindALostLinkIsNobodys();
-    void cancelEndsARun_data();
-    void cancelEndsARun();
-    void nothingBeginsBeforeTheReplyOfACancelledRun();
-    void cancelledReplyThatStaysAwayIsNotTold();
-    void cancelForgetsWhatWaits();
-    void restOfACancelledReadIsReadFirst();
-    void writeAfterACancelledWriteStartsOver();
-    void cancelWithoutARunSaysNothing();
-    void readBackOfACancelledWriteIsNotSent();
-    void receiverMayEndTheTransfer();
 };
 
 // A read or write that comes to its end puts the counts of the process back.
@@ -284,146 +196,6 @@ void ParameterTransferTest::replyBehindALostLinkIsNobodys()
     readOne(exchange.transfer);
     exchange.answer();
     QCOMPARE(exchange.answers.count(), 2);
-}
-
-void ParameterTransferTest::cancelEndsARun_data()
-{
-    QTest::addColumn<Start>("start");
-    QTest::addColumn<int>("replies");
-    QTest::newRow("page read") << Start(readPages) << 0;
-    QTest::newRow("page read, second code") << Start(readPages) << 1;
-    QTest::newRow("batch read") << Start(readBatch) << 1;
-    QTest::newRow("page write") << Start(writePages) << 0;
-    QTest::newRow("page write, read-back") << Start(writePages) << 2;
-    QTest::newRow("batch write") << Start(writeBatch) << 0;
-    QTest::newRow("batch write, second record") << Start(writeBatch) << 4;
-}
-
-void ParameterTransferTest::cancelEndsARun()
-{
-    QFETCH(const Start, start);
-    QFETCH(const int, replies);
-    Exchange exchange;
-    start(exchange.transfer);
-    for (int i = 0; i < replies; ++i)
-        exchange.answer();
-    const int frames = exchange.peer.frames.size();
-    const int answers = exchange.answers.count();
-    exchange.transfer.cancel();
-    QCOMPARE(exchange.ends.count(), 1);
-    QCOMPARE(exchange.ends.count(End::Cancelled), 1);
-    QCOMPARE(exchange.withdrawals.count(), 1);
-    exchange.transfer.cancel();
-    exchange.answer();
-    QCOMPARE(exchange.ends.count(), 1);
-    QCOMPARE(exchange.answers.count(), answers);
-    QCOMPARE(exchange.peer.frames.size(), frames);
-}
-
-void ParameterTransferTest::nothingBeginsBeforeTheReplyOfACancelledRun()
-{
-    Exchange exchange;
-    exchange.peer.registers[0x2007] = 7;
-    exchange.peer.registers[0x2064] = 100;
-    readPages(exchange.transfer);
-    exchange.transfer.cancel();
-    exchange.transfer.readOne(QStringLiteral("Pn-100"));
-    QCOMPARE(exchange.peer.frames, QList<QByteArray>{readJog});
-    exchange.answer();
-    QCOMPARE(exchange.peer.frames, (QList<QByteArray>{readJog, readGear}));
-    QCOMPARE(exchange.answers.count(), 0);
-    exchange.answer();
-    const QList<std::tuple<int, QByteArray>> wanted{{100, wire::bytes("00 64")}};
-    QCOMPARE(exchange.answers.calls, wanted);
-}
-
-void ParameterTransferTest::cancelledReplyThatStaysAwayIsNotTold()
-{
-    Exchange exchange;
-    writePages(exchange.transfer);
-    exchange.transfer.cancel();
-    exchange.transfer.readOne(QStringLiteral("Pn-100"));
-    // The wait for the dropped reply ends by itself.
-    QTRY_COMPARE(exchange.peer.frames, (QList<QByteArray>{storeJog, readGear}));
-    QCOMPARE(exchange.ends.count(), 1);
-    QCOMPARE(exchange.ends.count(End::Cancelled), 1);
-}
-
-void ParameterTransferTest::cancelForgetsWhatWaits()
-{
-    Exchange exchange;
-    readPages(exchange.transfer);
-    exchange.transfer.readOne(QStringLiteral("Pn-100"));
-    exchange.transfer.cancel();
-    exchange.answer();
-    QCOMPARE(exchange.peer.frames, QList<QByteArray>{readJog});
-}
-
-void ParameterTransferTest::restOfACancelledReadIsReadFirst()
-{
-    Exchange exchange;
-    readPages(exchange.transfer);
-    exchange.answer();
-    exchange.transfer.cancel();
-    exchange.answer();
-    exchange.peer.frames.clear();
-    readPages(exchange.transfer);
-    exchange.answerAll();
-    QCOMPARE(exchange.peer.frames, (QList<QByteArray>{readGear, readJog, readGear}));
-    QCOMPARE(exchange.ends.count(End::ReadDone), 1);
-    // The count goes on from the two frames of the first run.
-    const QList<std::tuple<int, int>> wanted{{1, 2}, {2, 2}, {3, 3}, {4, 3}, {5, 3}};
-    QCOMPARE(exchange.counts.calls, wanted);
-}
-
-void ParameterTransferTest::writeAfterACancelledWriteStartsOver()
-{
-    Exchange exchange;
-    writePages(exchange.transfer);
-    exchange.transfer.cancel();
-    exchange.answer();
-    exchange.peer.frames.clear();
-    writePages(exchange.transfer);
-    exchange.answerAll();
-    QCOMPARE(exchange.peer.frames.size(), 8);
-    QCOMPARE(exchange.ends.count(End::WriteDone), 1);
-}
-
-void ParameterTransferTest::cancelWithoutARunSaysNothing()
-{
-    Exchange exchange;
-    exchange.transfer.cancel();
-    readPages(exchange.transfer);
-    exchange.answerAll();
-    exchange.transfer.cancel();
-    QCOMPARE(exchange.ends.count(), 1);
-    QCOMPARE(exchange.ends.count(End::ReadDone), 1);
-    QCOMPARE(exchange.withdrawals.count(), 0);
-}
-
-void ParameterTransferTest::readBackOfACancelledWriteIsNotSent()
-{
-    Exchange exchange;
-    writePages(exchange.transfer);
-    exchange.transfer.cancel();
-    exchange.transfer.sendReadBack();
-    QCOMPARE(exchange.peer.frames, QList<QByteArray>{storeJog});
-}
-
-// As the message at the end of a run may let the window be closed.
-void ParameterTransferTest::receiverMayEndTheTransfer()
-{
-    RegisterPeer peer;
-    auto *const transfer = new ParameterTransfer({});
-    connect(transfer, &ParameterTransfer::frameReady, &peer,
-            [&peer](const QByteArray &frame) { peer.take(frame, QString()); });
-    connect(&peer, &RegisterPeer::reply, transfer, &ParameterTransfer::takeReply);
-    connect(transfer, &ParameterTransfer::ended, transfer, [transfer] { delete transfer; });
-    readOne(*transfer);
-    readPages(*transfer);
-    const QPointer<ParameterTransfer> alive(transfer);
-    QTRY_VERIFY(!alive);
-    QCOMPARE(peer.frames.size(), 3);
 }
 
 QTEST_GUILESS_MAIN(ParameterTransferTest)
