@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
+// The cursors of the plot, the tag of a point, and images of it all.
+#include "plotmeasurebench.h"
 #include "plotterbench.h"
 
 #include "scope/plotter.h"
@@ -7,72 +9,23 @@
 #include "support/rununtil.h"
 #include "support/testdirectory.h"
 
-#include <QApplication>
-#include <QFileInfo>
 #include <QImageReader>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTest>
-#include <QToolBar>
-
-#include <qcustomplot.h>
 
 #include <cmath>
-#include <memory>
 
 using namespace plotterbench;
+using namespace plotmeasurebench;
 
 namespace {
-
-// 800 by 600: 700 and 500 pixels of window. 80,000 samples, 7 units a pixel from 0: the sample at pixel p has
-// the integer part 7 (p - 50).
-std::unique_ptr<Plotter> makeStopped(const List &data1, const List &data2 = {})
-{
-    auto plotter = makePlotter();
-    run(plotter.get(), data1, data2);
-    PlotSettings settings;
-    for (int c = 0; c < plotChannels; ++c)
-        settings.maxX[c] = 4900;
-    plotter->setPlotSettings(settings);
-    return plotter;
-}
-
-List ramp(int count)
-{
-    List values(count);
-    for (int i = 0; i < count; ++i)
-        values[i] = i;
-    return values;
-}
 
 // Whether a vertical cursor stands at this pixel: a red point where no wave and no grid is.
 bool hasCursorAt(Plotter *plotter, int x)
 {
     const QImage image = plotter->grab().toImage();
     return hasColor(image, {x, 530, 1, 12}, Qt::red);
-}
-
-QWidget *spectrumWindow()
-{
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget *window : windows)
-        if (window->windowTitle() == "Fast Fourier Transform")
-            return window;
-    return nullptr;
-}
-
-QList<QCustomPlot *> spectrumPlots()
-{
-    auto plots = spectrumWindow()->findChildren<QCustomPlot *>();
-    std::sort(plots.begin(), plots.end(),
-              [](QCustomPlot *a, QCustomPlot *b) { return a->objectName() < b->objectName(); });
-    return plots;
-}
-
-void keepPicture(QWidget *widget, const char *name)
-{
-    if (qEnvironmentVariableIsSet("PLOT_PICTURES"))
-        widget->grab().save(qEnvironmentVariable("PLOT_PICTURES") + QLatin1Char('/') + QLatin1String(name));
 }
 
 } // namespace
@@ -94,9 +47,6 @@ private slots:
     void cursorsGoWhenSwitchedOff();
     void runHidesCursorsAndRefusesTheMouse();
     void tagShowsTheRightClickedPoint();
-    void spectrumNeedsTheCursors();
-    void spectrumOfTheSpanIsShown();
-    void spectrumWindowIsHiddenByClosing();
     void imageIsSaved_data();
     void imageIsSaved();
     void cancelledImageChangesNothing();
@@ -275,77 +225,6 @@ void PlotMeasureTest::tagShowsTheRightClickedPoint()
     QVERIFY(hasCursorAt(plotter.get(), 300));
     QTest::mouseClick(plotter.get(), Qt::LeftButton, {}, {20, 20});
     QVERIFY(!hasCursorAt(plotter.get(), 300));
-}
-
-void PlotMeasureTest::spectrumNeedsTheCursors()
-{
-    const QString hint = "Failed to calculate the FFT \nPlease Turn on the X-Axis measurement";
-    const auto plotter = makeStopped(ramp(8000));
-    {
-        ModalAnswers answers;
-        answers.expect(hint);
-        plotter->showFFT();
-        QVERIFY(answers.isDone());
-        QCOMPARE(answers.seen.first().icon, QMessageBox::NoIcon);
-    }
-    plotter->setXMeasurement(true);
-    plotter->receiveScopIsStopSlot(false);
-    ModalAnswers answers;
-    answers.expect(hint);
-    plotter->showFFT();
-    QVERIFY(answers.isDone());
-    QVERIFY(!spectrumWindow()->isVisible());
-}
-
-void PlotMeasureTest::spectrumOfTheSpanIsShown()
-{
-    List y(8000);
-    for (int i = 0; i < y.size(); ++i)
-        y[i] = 50 * std::sin(2 * M_PI * 500 * i / 8000.0);
-    const auto plotter = makeStopped(y, ramp(8000));
-    plotter->setVisibleAll(true, false, true, false, true);
-    // 1024 samples: from 0 up to 1023 * 1.25.
-    PlotSettings settings;
-    for (double &maxX : settings.maxX)
-        maxX = 1278.75;
-    plotter->setPlotSettings(settings);
-    plotter->setXMeasurement(true);
-    plotter->showFFT();
-    QVERIFY(spectrumWindow()->isVisible());
-    QCOMPARE(spectrumWindow()->size(), QSize(1200, 600));
-    QCOMPARE(spectrumWindow()->findChild<QToolBar *>()->height(), 26);
-    const auto plots = spectrumPlots();
-    QCOMPARE(plots.size(), 4);
-    QCOMPARE(plots.at(0)->graphCount(), 1);
-    QCOMPARE(plots.at(1)->graphCount(), 0);
-    QCOMPARE(plots.at(2)->graphCount(), 0); // visible, but without samples
-    QCOMPARE(plots.at(3)->graphCount(), 0);
-    const auto data = plots.at(0)->graph(0)->data();
-    QCOMPARE(data->size(), 512);
-    QCOMPARE(data->at(64)->key, 500.0);
-    QVERIFY(qAbs(data->at(64)->value - 50) < 1e-6);
-    QCOMPARE(plots.at(0)->xAxis->label(), QStringLiteral("X/Hz"));
-    QCOMPARE(plots.at(0)->yAxis->label(), QStringLiteral("Y/An"));
-    QCOMPARE(plots.at(0)->interactions(), QCP::iRangeDrag | QCP::iRangeZoom);
-    QVERIFY(plots.at(0)->yAxis->range().contains(49.9));
-    keepPicture(spectrumWindow(), "spectrum.png");
-    // It stays as it is until asked again.
-    plotter->setVisible(0, false);
-    QCOMPARE(plots.at(0)->graphCount(), 1);
-    plotter->showFFT();
-    QCOMPARE(plots.at(0)->graphCount(), 0);
-}
-
-void PlotMeasureTest::spectrumWindowIsHiddenByClosing()
-{
-    const auto plotter = makeStopped(ramp(8000));
-    plotter->setXMeasurement(true);
-    plotter->showFFT();
-    spectrumWindow()->close();
-    QVERIFY(!spectrumWindow()->isVisible());
-    plotter->showFFT();
-    QVERIFY(spectrumWindow()->isVisible());
-    QVERIFY(plotter->isVisible());
 }
 
 void PlotMeasureTest::imageIsSaved_data()
