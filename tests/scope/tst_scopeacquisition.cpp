@@ -1,24 +1,21 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The course of a run without a window: what goes to the link and in which order, what is recorded, and what
 // a chunk does in each state.
-#include "scope/scopeacquisition.h"
+#include "acquisitionbench.h"
 
-#include "link/serialport.h"
 #include "support/fulldisk.h"
-#include "support/wire.h"
 
-#include <QDir>
 #include <QtTest>
 
-using State = ScopeAcquisition::State;
+using namespace acquisitionbench;
 
-class TestScopeAcquisition : public QObject
+class TestScopeAcquisition : public QObject, private AcquisitionBench
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
+    void init() { begin(); }
+    void cleanup() { end(); }
 
     void startAsksForTheChannelsAndStopEndsTheRunFirst();
     void allChannelsOffAsksWithTheStopFrame();
@@ -29,101 +26,13 @@ private slots:
     void decimalsComeWithTheFirstBatch();
     void chunksWithoutARunDoNothing_data();
     void chunksWithoutARunDoNothing();
-    void untilTheConditionHoldsSamplesAreRecordedOnly();
-    void conditionShowsItsChannelUntilTheTimeIsOver();
-    void timeThatIsNoNumberEndsAtOnce();
-    void conditionWithoutAChannelIsNeverMet();
-    void runStoppedByItsConditionRepeatsTheStopFrame();
-    void lateConditionStartsNoTimeAfterTheStop();
-    void stopByConditionLeavesRecordAndRunningAsTheyAre();
-    void newValueHoldsFromTheNextBatchOn();
     void reselectionAsksAnewDuringARunOnly();
     void headersGoIntoTheChannelsOwnFiles();
     void renewedRecordKeepsTheHeadersOfTheSelection();
     void closingStopsTheDriveOnlyDuringARun_data();
     void closingStopsTheDriveOnlyDuringARun();
     void failedWriteEndsTheRecordAndNotTheRun();
-
-private:
-    struct Batch
-    {
-        ScopeSamples samples;
-        int onlyChannel = 0;
-    };
-
-    ScopeAcquisition *acquisition = nullptr;
-    QStringList log; // frames as hexadecimal text, "running", "ended", in order
-    QList<Batch> batches;
-
-    void startFree(bool second = true) { acquisition->start(settings(second), false); }
-    void startWithCondition(const QString &operation = QStringLiteral(">="))
-    {
-        acquisition->setStopCondition({QStringLiteral("CH1"), operation});
-        acquisition->start(settings(false), true);
-    }
-    void take(const char *chunk, double value = 0, int lastFor = 20000)
-    {
-        acquisition->takeChunk(wire::bytes(chunk), settings(hasSecond), {value, lastFor});
-    }
-    ScopeChannelSettings settings(bool second)
-    {
-        hasSecond = second;
-        return {{{true, false, "Pn-F00"}, {second, false, "Pn-F26"}, {}, {}}};
-    }
-    QByteArray recordOf(int channel) const;
-    QStringList recordNames() const
-    {
-        return QDir(acquisition->record()->directory()).entryList(QDir::Files, QDir::Name);
-    }
-
-    bool hasSecond = true;
 };
-
-namespace {
-
-const QString stopFrame = QStringLiteral("01140000000000000000dec2");
-// One sample of CH1, all others off.
-constexpr char five[] = "0114 000e 1001 0005 0000 0000 0000";
-constexpr char nine[] = "0114 000e 1001 0009 0000 0000 0000";
-
-ScopeItems items()
-{
-    return {{"Motor speed", "Pn-F00", "", "-6000", "6000", "1RPM"},
-            {"Bus voltage", "Pn-F26", "", "0.0", "900.0", "0.1V"}};
-}
-
-} // namespace
-
-void TestScopeAcquisition::init()
-{
-    acquisition = new ScopeAcquisition(items());
-    log.clear();
-    batches.clear();
-    connect(acquisition, &ScopeAcquisition::frameReady, this,
-            [this](const QByteArray &frame) { log.append(QString::fromLatin1(frame.toHex())); });
-    connect(acquisition, &ScopeAcquisition::runningChanged, this,
-            [this](bool isRunning) { log.append(isRunning ? "running" : "ended"); });
-    connect(acquisition, &ScopeAcquisition::batchReady, this, [this](const ScopeSamples &samples, int only) {
-        batches.append({samples, only});
-    });
-    connect(acquisition, &ScopeAcquisition::lastPartOver, acquisition, &ScopeAcquisition::stopByCondition);
-    acquisition->prepare();
-}
-
-void TestScopeAcquisition::cleanup()
-{
-    delete acquisition;
-    SerialPort::reconnecting = false;
-}
-
-QByteArray TestScopeAcquisition::recordOf(int channel) const
-{
-    const QDir dir(acquisition->record()->directory());
-    const QStringList names =
-        dir.entryList({QStringLiteral("*_CH%1.txt").arg(channel + 1)}, QDir::Files, QDir::Name);
-    QFile file(dir.filePath(names.value(0)));
-    return names.size() == 1 && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no such file");
-}
 
 void TestScopeAcquisition::startAsksForTheChannelsAndStopEndsTheRunFirst()
 {
@@ -233,100 +142,6 @@ void TestScopeAcquisition::chunksWithoutARunDoNothing()
     acquisition->stop();
     take(five);
     QCOMPARE(batches.size(), 1);
-}
-
-void TestScopeAcquisition::untilTheConditionHoldsSamplesAreRecordedOnly()
-{
-    startWithCondition();
-    take(five, 9);
-    QCOMPARE(batches.size(), 0);
-    QCOMPARE(acquisition->state(), State::Armed);
-    acquisition->stop();
-    QCOMPARE(recordOf(0), QByteArray("Pn-F00Motor speed\r\n5\r\n"));
-}
-
-void TestScopeAcquisition::conditionShowsItsChannelUntilTheTimeIsOver()
-{
-    startWithCondition();
-    take(nine, 9, 50);
-    QCOMPARE(acquisition->state(), State::Ending);
-    QCOMPARE(batches.size(), 1);
-    QCOMPARE(batches.first().onlyChannel, 0);
-    take(five, 9, 50); // no longer meets the condition, and is shown all the same
-    QCOMPARE(batches.size(), 2);
-    log.clear();
-    QTRY_COMPARE(acquisition->state(), State::StoppedByCondition);
-    QCOMPARE(log, QStringList{stopFrame});
-}
-
-void TestScopeAcquisition::timeThatIsNoNumberEndsAtOnce()
-{
-    startWithCondition();
-    take(nine, 9, 0);
-    QCoreApplication::processEvents();
-    QTRY_COMPARE_WITH_TIMEOUT(acquisition->state(), State::StoppedByCondition, 1000);
-    acquisition->start(settings(false), true);
-    take(nine, 9, -5);
-    QTRY_COMPARE_WITH_TIMEOUT(acquisition->state(), State::StoppedByCondition, 1000);
-}
-
-void TestScopeAcquisition::conditionWithoutAChannelIsNeverMet()
-{
-    acquisition->setStopCondition({QStringLiteral("CH7"), QStringLiteral(">=")});
-    acquisition->start(settings(false), true);
-    take(nine, 0);
-    QCOMPARE(acquisition->state(), State::Armed);
-    QCOMPARE(batches.size(), 0);
-}
-
-void TestScopeAcquisition::runStoppedByItsConditionRepeatsTheStopFrame()
-{
-    startWithCondition();
-    take(nine, 9, 0);
-    QTRY_COMPARE(acquisition->state(), State::StoppedByCondition);
-    log.clear();
-    take(five, 9);
-    QCOMPARE(log, (QStringList{stopFrame, stopFrame}));
-    take("", 9);
-    QCOMPARE(log.size(), 4);
-    acquisition->stop();
-    QCOMPARE(recordOf(0), QByteArray("Pn-F00Motor speed\r\n9\r\n5\r\n"));
-}
-
-void TestScopeAcquisition::lateConditionStartsNoTimeAfterTheStop()
-{
-    startWithCondition();
-    take(nine, 9, 0);
-    QTRY_COMPARE(acquisition->state(), State::StoppedByCondition);
-    QSignalSpy over(acquisition, &ScopeAcquisition::lastPartOver);
-    take(nine, 9, 0);
-    QCOMPARE(acquisition->state(), State::StoppedByCondition);
-    QVERIFY(!over.wait(50));
-}
-
-void TestScopeAcquisition::stopByConditionLeavesRecordAndRunningAsTheyAre()
-{
-    startWithCondition();
-    take(nine, 9, 0);
-    QTRY_COMPARE(acquisition->state(), State::StoppedByCondition);
-    QCOMPARE(log.count("ended"), 0);
-    QVERIFY(acquisition->record()->isOpen());
-    QVERIFY(!acquisition->isUnderWay());
-    QVERIFY(!acquisition->offersStop());
-}
-
-void TestScopeAcquisition::newValueHoldsFromTheNextBatchOn()
-{
-    startWithCondition();
-    take(five, 9);
-    take(five, 5);
-    QCOMPARE(acquisition->state(), State::Ending);
-    acquisition->stop();
-    startWithCondition();
-    take(five, 9);
-    acquisition->setStopCondition({QStringLiteral("CH1"), QStringLiteral("<=")});
-    take(five, 9);
-    QCOMPARE(acquisition->state(), State::Ending);
 }
 
 void TestScopeAcquisition::reselectionAsksAnewDuringARunOnly()
