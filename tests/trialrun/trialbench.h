@@ -33,6 +33,21 @@ inline QByteArray word(int value)
     return QByteArray().append(char(value >> 8)).append(char(value));
 }
 
+// The restoring writes of the first registers as they stand here, in order.
+inline QList<QByteArray> restoringWrites(const QMap<int, quint16> &registers, int count = 30)
+{
+    QList<QByteArray> list;
+    for (int i = 0; i < count; ++i) {
+        const SavedRegister &saved = savedRegisters.at(i);
+        QByteArray frame =
+            wire::bytes("0110") + word(saved.address) + word(saved.words) + char(2 * saved.words);
+        for (int k = 0; k < saved.words; ++k)
+            frame += word(registers.value(saved.address + k));
+        list.append(wire::frame(frame));
+    }
+    return list;
+}
+
 inline QByteArray panel(const char *value)
 {
     return wire::frame(QByteArray::fromHex(QByteArray("010620CA") + value));

@@ -1,17 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// However and whenever the trial run is closed, the drive gets its own values back, or the user is told.
-#include "support/modalanswers.h"
+// Whenever the trial run is closed, the drive gets its own values back.
 #include "trialbench.h"
+
 #include "trialrun/holdbutton.h"
 
 #include <QElapsedTimer>
-#include <QSignalSpy>
-
-namespace {
-
-const QString failedText = QStringLiteral("初始参数回写失败！");
-
-} // namespace
 
 class TrialRunClosingTest : public QObject
 {
@@ -27,36 +20,9 @@ private slots:
     void closingInEachStageRestoresEverything();
     void windowWithoutLinkClosesAtOnce();
     void windowThatHasReadNothingClosesAtOnce();
-    void silentDriveIsToldAfterTheWatch();
-    void idleClosingHasNoWatch();
-    void secondCloseArmsTheWatch();
-    void watchStopsWhenTheRestoreEnds();
     void nothingElseIsSentDuringTheRestore();
-    void refusedWriteIsTriedAgain();
-    void refusedRestoreIsTold();
-    void lateReplyOfBeforeDoesNotAdvanceTheRestore();
     void heldButtonIsReleasedBeforeTheRestore();
-    void deadLinkLeavesTheServoOffBehind();
-    void linkThatComesBackGoesOnRestoring();
-
-private:
-    // The restoring writes of the registers as they stood when the bench was made.
-    static QList<QByteArray> restore(const QMap<int, quint16> &registers, int count = 30);
 };
-
-QList<QByteArray> TrialRunClosingTest::restore(const QMap<int, quint16> &registers, int count)
-{
-    QList<QByteArray> list;
-    for (int i = 0; i < count; ++i) {
-        const SavedRegister &saved = savedRegisters.at(i);
-        QByteArray frame =
-            wire::bytes("0110") + word(saved.address) + word(saved.words) + char(2 * saved.words);
-        for (int k = 0; k < saved.words; ++k)
-            frame += word(registers.value(saved.address + k));
-        list.append(wire::frame(frame));
-    }
-    return list;
-}
 
 void TrialRunClosingTest::idleWindowRestoresEverythingInReadingOrder()
 {
@@ -69,7 +35,7 @@ void TrialRunClosingTest::idleWindowRestoresEverythingInReadingOrder()
     QVERIFY(bench.window->isVisible());
     QVERIFY(!bench.drive().page()->isEnabled());
     QVERIFY(runUntil([&] { return bench.window.isNull(); }, 5000));
-    QCOMPARE(bench.peer.frames, restore(before));
+    QCOMPARE(bench.peer.frames, restoringWrites(before));
     QCOMPARE(bench.closings, 1);
     QCOMPARE(bench.peer.registers, before);
 }
@@ -100,7 +66,7 @@ void TrialRunClosingTest::savedMotionBitsGoLast()
     QVERIFY(bench.waitUntilReady());
     bench.window->close();
     QVERIFY(runUntil([&] { return bench.window.isNull(); }, 5000));
-    QList<QByteArray> expected = restore(before);
+    QList<QByteArray> expected = restoringWrites(before);
     expected.append(expected.takeFirst());
     expected.prepend(panel("0000"));
     QCOMPARE(bench.peer.frames, expected);
@@ -131,7 +97,7 @@ void TrialRunClosingTest::closingAtAnyFrameRestoresWhatWasRead()
     QCOMPARE(bench.window->close(), read == 0);
     bench.peer.release();
     QVERIFY(runUntil([&] { return bench.window.isNull(); }, 5000));
-    QCOMPARE(bench.peer.frames, restore(before, read));
+    QCOMPARE(bench.peer.frames, restoringWrites(before, read));
     for (const SavedRegister &saved : savedRegisters)
         QCOMPARE(bench.peer.registers.value(saved.address), before.value(saved.address));
 }
@@ -198,7 +164,7 @@ void TrialRunClosingTest::closingInEachStageRestoresEverything()
             QCOMPARE(bench.peer.registers.value(saved.address + i), before.value(saved.address + i));
     }
     // The whole restore, and nothing behind it.
-    QCOMPARE(bench.sent().mid(bench.sent().size() - 30), restore(before));
+    QCOMPARE(bench.sent().mid(bench.sent().size() - 30), restoringWrites(before));
 }
 
 void TrialRunClosingTest::windowWithoutLinkClosesAtOnce()
@@ -216,71 +182,6 @@ void TrialRunClosingTest::windowThatHasReadNothingClosesAtOnce()
     TrialBench bench;
     QVERIFY(bench.window->close());
     QVERIFY(bench.peer.frames.isEmpty());
-}
-
-void TrialRunClosingTest::silentDriveIsToldAfterTheWatch()
-{
-    ModalAnswers boxes;
-    TrialBench bench;
-    bench.peer.intercept = [&](const QByteArray &, const QByteArray &usual) {
-        return bench.peer.frames.size() < 35 ? usual : QByteArray();
-    };
-    QVERIFY(bench.waitForFrames(35));
-    bench.peer.frames.clear();
-    bench.peer.intercept = [](const QByteArray &, const QByteArray &) { return QByteArray(); };
-    boxes.expect(failedText);
-    QElapsedTimer time;
-    time.start();
-    bench.window->close();
-    QVERIFY(runUntil([&] { return bench.window.isNull(); }, 8000));
-    QVERIFY2(time.elapsed() >= 3950, qPrintable(QString::number(time.elapsed())));
-    QVERIFY(boxes.isDone());
-    QCOMPARE(boxes.seen.first().title, QStringLiteral("失败"));
-    QCOMPARE(boxes.seen.first().icon, QMessageBox::Critical);
-    QCOMPARE(bench.closings, 1);
-    // What the user was told to have failed does not leave later.
-    QCOMPARE(bench.peer.frames.last(), withdrawal);
-}
-
-void TrialRunClosingTest::idleClosingHasNoWatch()
-{
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    bench.peer.held = true;
-    bench.window->close();
-    QVERIFY(!runUntil([&] { return bench.window.isNull(); }, 4500));
-    bench.peer.release();
-    QVERIFY(runUntil([&] { return bench.window.isNull(); }, 5000));
-}
-
-void TrialRunClosingTest::secondCloseArmsTheWatch()
-{
-    ModalAnswers boxes;
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    bench.peer.held = true;
-    bench.window->close();
-    QVERIFY(!bench.window->close());
-    QCOMPARE(bench.peer.frames.size(), 1);
-    boxes.expect(failedText);
-    QVERIFY(runUntil([&] { return bench.window.isNull(); }, 8000));
-    QVERIFY(boxes.isDone());
-}
-
-void TrialRunClosingTest::watchStopsWhenTheRestoreEnds()
-{
-    ModalAnswers boxes; // none comes
-    TrialBench bench;
-    bench.peer.intercept = [&](const QByteArray &, const QByteArray &usual) {
-        bench.peer.held = bench.peer.frames.size() == 35;
-        return usual;
-    };
-    QVERIFY(runUntil([&] { return bench.peer.held; }, 5000));
-    bench.peer.intercept = {};
-    bench.window->close();
-    bench.peer.release();
-    QVERIFY(runUntil([&] { return bench.window.isNull(); }, 3000));
-    QVERIFY(boxes.seen.isEmpty());
 }
 
 void TrialRunClosingTest::nothingElseIsSentDuringTheRestore()
@@ -317,51 +218,6 @@ void TrialRunClosingTest::nothingElseIsSentDuringTheRestore()
     QCOMPARE(bench.peer.frames.size(), 30);
 }
 
-void TrialRunClosingTest::refusedWriteIsTriedAgain()
-{
-    TrialBench bench;
-    const QMap<int, quint16> before = bench.peer.registers;
-    QVERIFY(bench.waitUntilReady());
-    bench.peer.intercept = [&](const QByteArray &, const QByteArray &usual) {
-        return bench.peer.frames.size() <= 3 ? wire::frame("019004") : usual;
-    };
-    bench.window->close();
-    QVERIFY(runUntil([&] { return bench.window.isNull(); }, 5000));
-    const QByteArray first = restore(before, 1).first();
-    QCOMPARE(bench.peer.frames, (QList<QByteArray>{first, first, first}) + restore(before));
-}
-
-void TrialRunClosingTest::refusedRestoreIsTold()
-{
-    ModalAnswers boxes;
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    bench.peer.intercept = [&](const QByteArray &request, const QByteArray &usual) {
-        return request.mid(2, 2) == word(0x23E9) ? wire::frame("019004") : usual;
-    };
-    boxes.expect(failedText);
-    bench.window->close();
-    QVERIFY(runUntil([&] { return bench.window.isNull(); }, 5000));
-    QVERIFY(boxes.isDone());
-    QCOMPARE(bench.peer.frames.size(), 29 + 11);
-}
-
-void TrialRunClosingTest::lateReplyOfBeforeDoesNotAdvanceTheRestore()
-{
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    bench.peer.held = true;
-    TrialRunDriver::click(bench.drive().servoOn());
-    bench.window->close();
-    const int sent = bench.peer.frames.size();
-    bench.window->handleTrialRun(panel("0001"));
-    bench.window->handleTrialRun(wire::readReply(wire::bytes("00000064")));
-    QCOMPARE(bench.peer.frames.size(), sent);
-    bench.window->handleTrialRun(wire::frame("011020CA0001"));
-    QCOMPARE(bench.peer.frames.size(), sent + 1);
-    QCOMPARE(bench.peer.frames.last().mid(2, 2), word(0x200B));
-}
-
 void TrialRunClosingTest::heldButtonIsReleasedBeforeTheRestore()
 {
     TrialBench bench;
@@ -374,38 +230,6 @@ void TrialRunClosingTest::heldButtonIsReleasedBeforeTheRestore()
     QCOMPARE(bench.sent().first(), panel("0001"));
     QVERIFY(runUntil([&] { return bench.window.isNull(); }, 5000));
     QCOMPARE(bench.sent().size(), 31);
-}
-
-void TrialRunClosingTest::deadLinkLeavesTheServoOffBehind()
-{
-    TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    TrialRunDriver::click(bench.drive().servoOn());
-    TrialBench::settled();
-    bench.peer.held = true;
-    SerialPort::portOpened = false;
-    QVERIFY(bench.window->close());
-    QCOMPARE(bench.peer.frames.mid(bench.peer.frames.size() - 2),
-             (QList<QByteArray>{withdrawal, panel("0000")}));
-}
-
-void TrialRunClosingTest::linkThatComesBackGoesOnRestoring()
-{
-    TrialBench bench;
-    const QMap<int, quint16> before = bench.peer.registers;
-    QVERIFY(bench.waitUntilReady());
-    bench.peer.intercept = [&](const QByteArray &, const QByteArray &usual) {
-        return bench.peer.frames.size() < 7 ? usual : QByteArray();
-    };
-    bench.window->close();
-    QVERIFY(bench.waitForFrames(7));
-    SerialPort::portOpened = false;
-    bench.peer.intercept = {};
-    bench.window->linkEnded();
-    SerialPort::portOpened = true;
-    QVERIFY(runUntil([&] { return bench.window.isNull(); }, 5000));
-    const QList<QByteArray> expected = restore(before);
-    QCOMPARE(bench.peer.frames, expected.mid(0, 7) + QList<QByteArray>{withdrawal} + expected.mid(6));
 }
 
 QTEST_MAIN(TrialRunClosingTest)
