@@ -4,8 +4,6 @@
 #include "simulator/console.h"
 #include "simulator/simulateddrive.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <atomic>
@@ -189,58 +187,6 @@ private slots:
         QCOMPARE(second.ask(probe, 9), QByteArray(probeReply));
     }
 
-    void linkLeadsToTheTerminalWhileItIsOpen()
-    {
-        QTemporaryDir folder;
-        DriveOptions options;
-        options.linkPath = folder.filePath(QStringLiteral("drive"));
-        SimulatedDrive drive(options);
-        QVERIFY(drive.start());
-        QCOMPARE(drive.portName(), options.linkPath);
-        QCOMPARE(QFile::symLinkTarget(options.linkPath), drive.devicePath());
-        TerminalClient client(drive.portName());
-        QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
-        drive.stop();
-        QVERIFY(!QFile::exists(options.linkPath));
-        QVERIFY(QFile::symLinkTarget(options.linkPath).isEmpty());
-    }
-
-    void linkOfAnotherDriveStays()
-    {
-        QTemporaryDir folder;
-        DriveOptions options;
-        options.linkPath = folder.filePath(QStringLiteral("drive"));
-        SimulatedDrive first(options);
-        QVERIFY(first.start());
-        SimulatedDrive second(options);
-        QVERIFY(second.start());
-        QCOMPARE(QFile::symLinkTarget(options.linkPath), second.devicePath());
-        first.stop();
-        QCOMPARE(QFile::symLinkTarget(options.linkPath), second.devicePath());
-        TerminalClient client(options.linkPath);
-        QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
-    }
-
-    void logLineNamesKindAndDirection_data()
-    {
-        QTest::addColumn<int>("kind");
-        QTest::addColumn<QByteArray>("line");
-        QTest::newRow("request") << int(FrameKind::Request) << QByteArray("12.000345 < request    01 a0");
-        QTest::newRow("foreign") << int(FrameKind::Foreign) << QByteArray("12.000345 < foreign    01 a0");
-        QTest::newRow("unreadable") << int(FrameKind::Unreadable)
-                                    << QByteArray("12.000345 < unreadable 01 a0");
-        QTest::newRow("reply") << int(FrameKind::Reply) << QByteArray("12.000345 > reply      01 a0");
-        QTest::newRow("stream") << int(FrameKind::StreamFrame) << QByteArray("12.000345 > stream     01 a0");
-        QTest::newRow("noise") << int(FrameKind::Noise) << QByteArray("12.000345 > noise      01 a0");
-    }
-    void logLineNamesKindAndDirection()
-    {
-        QFETCH(int, kind);
-        QFETCH(QByteArray, line);
-        const LoggedFrame frame{microseconds(12000345), FrameKind(kind), Bytes{0x01, 0xa0}};
-        QCOMPARE(QByteArray::fromStdString(toLine(frame)), line);
-    }
-
     void countersAreListedByName()
     {
         Counters counters;
@@ -260,34 +206,6 @@ private slots:
                  QByteArray("requests 1\nretransmissions 2\nbad-checksums 3\nforeign-frames 4\nreplies 5\n"
                             "disturbed-replies 6\nexceptions 7\nstream-frames 8\nstream-frames-dropped 9\n"
                             "bytes-received 10\nbytes-sent 11\nhang-ups 12\n"));
-    }
-
-    void linkNeverReplacesAFile()
-    {
-        QTemporaryDir folder;
-        DriveOptions options;
-        options.linkPath = folder.filePath(QStringLiteral("precious"));
-        QFile file(options.linkPath);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("data");
-        file.close();
-        SimulatedDrive drive(options);
-        QString error;
-        QVERIFY(!drive.start(&error));
-        QVERIFY2(error.contains(QLatin1String("exists and is no symbolic link")), qPrintable(error));
-        QVERIFY(!drive.isRunning());
-        QCOMPARE(file.size(), qint64(4));
-    }
-
-    void staleLinkIsReplaced()
-    {
-        QTemporaryDir folder;
-        DriveOptions options;
-        options.linkPath = folder.filePath(QStringLiteral("drive"));
-        QVERIFY(QFile::link(QStringLiteral("/dev/null"), options.linkPath));
-        SimulatedDrive drive(options);
-        QVERIFY(drive.start());
-        QCOMPARE(QFile::symLinkTarget(options.linkPath), drive.devicePath());
     }
 
     void replyThatAClientLeftUnreadIsGoneForTheNext()
@@ -320,67 +238,6 @@ private slots:
         QVERIFY(::ioctl(next, TIOCGEXCL, &exclusive) == 0);
         ::close(next);
         QCOMPARE(exclusive, 0);
-    }
-
-    void listenerHearsEveryFrame()
-    {
-        SimulatedDrive drive;
-        std::mutex mutex;
-        QByteArrayList heard;
-        drive.setFrameListener([&](const LoggedFrame &frame) {
-            const std::lock_guard<std::mutex> lock(mutex);
-            heard << QByteArray::number(int(frame.kind)) + ' ' + hexOf(frame.bytes);
-        });
-        QVERIFY(drive.start());
-        TerminalClient client(drive.portName());
-        QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
-        QVERIFY(client.write("020320600002cfe6"));
-        QVERIFY(becomesTrue([&] { return drive.counters().foreignFrames == 1; }));
-        drive.setFrameListener({});
-        QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
-        drive.stop();
-        QCOMPARE(heard, QByteArrayList({QByteArray::number(int(FrameKind::Request)) + ' ' + probe,
-                                        QByteArray::number(int(FrameKind::Reply)) + ' ' + probeReply,
-                                        QByteArray::number(int(FrameKind::Foreign)) + " 020320600002cfe6"}));
-    }
-
-    void listenerMayAskTheDrive()
-    {
-        SimulatedDrive drive;
-        std::atomic<int> value{0};
-        drive.setFrameListener([&](const LoggedFrame &) { value = drive.readRegister(7).value(); });
-        QVERIFY(drive.start());
-        TerminalClient client(drive.portName());
-        QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
-        QVERIFY(becomesTrue([&] { return value == 2000; }));
-    }
-
-    void logFileHasALineForEachFrame()
-    {
-        QTemporaryDir folder;
-        const QString path = folder.filePath(QStringLiteral("frames.log"));
-        SimulatedDrive drive;
-        QVERIFY(drive.logToFile(path));
-        QVERIFY(drive.start());
-        TerminalClient client(drive.portName());
-        QCOMPARE(client.ask(probe, 9), QByteArray(probeReply));
-        QVERIFY(becomesTrue([&] { return drive.counters().replies == 1; }));
-        QVERIFY(drive.logToFile(QString()));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QRegularExpression form(
-            QStringLiteral("^\\d+\\.\\d{6} < request    01 03 20 60 00 02 cf d5\n"
-                           "\\d+\\.\\d{6} > reply      01 03 04 4b 54 05 00 af 57\n$"));
-        const QString text = QString::fromLatin1(file.readAll());
-        QVERIFY2(form.match(text).hasMatch(), qPrintable(text));
-    }
-
-    void logFileThatCantBeWrittenIsReported()
-    {
-        SimulatedDrive drive;
-        QString error;
-        QVERIFY(!drive.logToFile(QStringLiteral("/nonexistent/frames.log"), &error));
-        QCOMPARE(error, QStringLiteral("/nonexistent/frames.log: can't be written"));
     }
 
     void manyThreadsMaySteerOneDrive()
