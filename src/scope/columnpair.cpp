@@ -5,67 +5,60 @@
 
 void ColumnPair::reset(int rows, int padding, bool hasMiddle)
 {
-    offset = padding;
+    // A row more on top: what stands there counts in the next one.
+    offset = padding + 1;
     isWide = hasMiddle;
-    const int room = rows + 2 * padding;
-    sums.assign(static_cast<std::size_t>(room), 0U);
-    middleSums.assign(hasMiddle ? sums.size() : 0, 0U);
+    const int room = rows + 2 * padding + 1;
+    sums.assign(static_cast<std::size_t>(room), PairSums());
+    middleSums.assign(hasMiddle ? sums.size() : 0, PairSums());
 }
 
-void ColumnPair::setCosts(const uint32_t *costs)
+void ColumnPair::addSegments(const int *ys, const int *firstEnds, const int *secondEnds, int count,
+                             PairSums *rows)
 {
-    for (int half = 0; half < alphas; ++half) {
-        const int alpha = 2 * half;
-        uint64_t *const row = weights.data() + half * shares;
-        for (int share = 0; share < shares; ++share)
-            row[share] = costs[((255 - alpha) * share) >> 6] |
-                         static_cast<uint64_t>(costs[(alpha * share) >> 6]) << 32;
+    const PairSums *const costs = table.data();
+    PairSums before;
+    for (int i = 0; i < count; ++i) {
+        PairSums &row = rows[ys[i] >> 6];
+        row = row + (before + costs[firstEnds[i]]);
+        before = costs[secondEnds[i]];
     }
-    for (int share = 0; share < shares; ++share)
-        middleWeights[static_cast<std::size_t>(share)] = costs[(255 * share) >> 6];
+    PairSums &last = rows[ys[count] >> 6];
+    last = last + before;
 }
 
-void ColumnPair::addUnits(int alpha, int low, int high)
+void ColumnPair::addUnits(int place, int low, int high)
 {
-    const uint64_t cost = weights.data()[(alpha / 2) * shares + 1];
     while (low < high) {
         const int row = low >> 6;
         const int next = std::min((row + 1) * 64, high);
-        const auto count = static_cast<unsigned>(next - low);
-        cells()[row] += count * cost;
-        cells()[row + 1] -= count * cost;
-        if (isWide) {
-            middleCells()[row] += count * middleWeights[1];
-            middleCells()[row + 1] -= count * middleWeights[1];
-        }
+        const auto count = static_cast<uint32_t>(next - low);
+        cells()[row] = cells()[row] + table.unit(place) * count;
+        if (isWide)
+            middleCells()[row] = middleCells()[row] + table.unit(0) * count;
         low = next;
     }
 }
 
-void ColumnPair::addLeftTo(uint32_t *column, int top, int bottom) const
+void ColumnPair::addOuterTo(uint32_t *leftColumn, uint32_t *rightColumn, int top, int bottom) const
 {
-    for (int row = top; row <= bottom; ++row)
-        column[row] += static_cast<uint32_t>(cells()[row]);
-}
-
-void ColumnPair::addRightTo(uint32_t *column, int top, int bottom) const
-{
+    const PairSums *const rows = cells();
     for (int row = top; row <= bottom; ++row) {
-        const uint64_t sum = cells()[row];
-        const uint32_t lent = static_cast<uint32_t>(sum) >> 31;
-        column[row] += static_cast<uint32_t>(sum >> 32) + lent;
+        leftColumn[row] += rows[row].left + rows[row - 1].leftBelow;
+        rightColumn[row] += rows[row].right + rows[row - 1].rightBelow;
     }
 }
 
 void ColumnPair::addMiddleTo(uint32_t *column, int top, int bottom) const
 {
+    const PairSums *const rows = middleCells();
     for (int row = top; row <= bottom; ++row)
-        column[row] += middleCells()[row];
+        column[row] += rows[row].left + rows[row - 1].leftBelow;
 }
 
 void ColumnPair::clear(int top, int bottom)
 {
-    std::fill(cells() + top, cells() + bottom + 1, 0U);
+    std::fill(cells() + top, cells() + bottom + 1, PairSums());
     if (isWide)
-        std::fill(middleCells() + top, middleCells() + bottom + 1, 0U);
+        std::fill(middleCells() + top, middleCells() + bottom + 1, PairSums());
 }

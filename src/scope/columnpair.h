@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Sums up the segments of dense samples, which stand nearly upright between two columns, before they go into
-// the coverage's table. What a segment costs in the left and in the right column is one number of 64 bits,
-// and the rows in use stay in the processor's nearest memory. One thread; owned by the coverage.
+// the coverage's table. What a sample costs in the left and in the right column is added at once, and the
+// rows in use stay in the processor's nearest memory. One thread; owned by the coverage.
 #pragma once
 
-#include <cstddef>
+#include "scope/endcosts.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -15,90 +16,54 @@ public:
     // two wholly.
     void reset(int rows, int padding, bool hasMiddle);
     // The costs of covering a pixel by so many 255ths.
-    void setCosts(const uint32_t *costs);
+    void setCosts(const uint32_t *costs) { table.set(costs); }
 
-    // count segments from ys[0] on, in 64ths of a pixel, that leave the right column alpha of 255, an even
-    // number, and the left one the rest.
-    void add(int alpha, const int *ys, int count)
+    // A segment in 64ths of a pixel, at its place between the columns.
+    void addSegment(int place, int y1, int y2)
     {
-        addSegments(weights.data() + (alpha / 2) * shares, cells(), ys, count);
+        addSegment(place, y1, y2, cells());
         if (isWide)
-            addSegments(middleWeights.data(), middleCells(), ys, count);
+            addSegment(0, y1, y2, middleCells());
+    }
+    // The same for segments of a length of 1, one after another from low to high.
+    void addUnits(int place, int low, int high);
+
+    bool hasMiddle() const { return isWide; }
+    // count segments, one after another: entries of the table for the two ends of each.
+    void addSegments(const int *ys, const int *firstEnds, const int *secondEnds, int count)
+    {
+        addSegments(ys, firstEnds, secondEnds, count, cells());
+    }
+    // The same for the columns in the middle, which they cover wholly: the entries are those of place 0.
+    void addMiddle(const int *ys, const int *firstEnds, const int *secondEnds, int count)
+    {
+        addSegments(ys, firstEnds, secondEnds, count, middleCells());
     }
 
-    // The same for segments of a length of 1, one after another from low to high.
-    void addUnits(int alpha, int low, int high);
-
     // Differences down the column, as the coverage keeps them: adds those of the rows from top to bottom.
-    void addLeftTo(uint32_t *column, int top, int bottom) const;
-    void addRightTo(uint32_t *column, int top, int bottom) const;
+    void addOuterTo(uint32_t *leftColumn, uint32_t *rightColumn, int top, int bottom) const;
     void addMiddleTo(uint32_t *column, int top, int bottom) const;
     void clear(int top, int bottom);
 
 private:
-    static constexpr int shares = 65;  // of a pixel's height, in 64ths
-    static constexpr int alphas = 128; // even ones
+    void addSegment(int place, int y1, int y2, PairSums *rows);
+    void addSegments(const int *ys, const int *firstEnds, const int *secondEnds, int count, PairSums *rows);
+    PairSums *cells() { return sums.data() + offset; }
+    const PairSums *cells() const { return sums.data() + offset; }
+    PairSums *middleCells() { return middleSums.data() + offset; }
+    const PairSums *middleCells() const { return middleSums.data() + offset; }
 
-    template <typename Sum>
-    static void addSegments(const Sum *costs, Sum *rows, const int *ys, int count);
-    template <typename Sum>
-    static void addCrossing(const Sum *costs, Sum *rows, int low, int high);
-    uint64_t *cells() { return sums.data() + offset; }
-    const uint64_t *cells() const { return sums.data() + offset; }
-    uint32_t *middleCells() { return middleSums.data() + offset; }
-    const uint32_t *middleCells() const { return middleSums.data() + offset; }
-
-    // The left column is the lower half, which lends from the upper one when it falls below zero.
-    std::vector<uint64_t> weights = std::vector<uint64_t>(std::size_t(alphas) * shares);
-    std::vector<uint64_t> sums;
-    std::vector<uint32_t> middleWeights = std::vector<uint32_t>(shares);
-    std::vector<uint32_t> middleSums; // empty without a middle
+    EndCosts table;
+    std::vector<PairSums> sums;
+    std::vector<PairSums> middleSums; // its left column alone; empty without a middle
     int offset = 0;
     bool isWide = false;
 };
 
-// A segment that crosses rows costs its share of the first and of the last and the whole of those between; as
-// differences that is two entries at each end.
-template <typename Sum>
-inline void ColumnPair::addCrossing(const Sum *costs, Sum *rows, int low, int high)
+inline void ColumnPair::addSegment(int place, int y1, int y2, PairSums *rows)
 {
-    Sum *const top = rows + (low >> 6);
-    Sum *const bottom = rows + (high >> 6);
-    const Sum full = costs[64];
-    const Sum first = costs[64 - (low & 63)];
-    const Sum last = costs[high & 63];
-    top[0] += first;
-    top[1] += full - first;
-    bottom[0] += last - full;
-    bottom[1] -= last;
-}
-
-// A segment within a row is one cost there; those of neighbours are written down together.
-template <typename Sum>
-inline void ColumnPair::addSegments(const Sum *costs, Sum *rows, const int *ys, int count)
-{
-    Sum inRow = 0;
-    int y1 = ys[0];
-    const auto writeRow = [&] {
-        Sum *const row = rows + (y1 >> 6);
-        row[0] += inRow;
-        row[1] -= inRow;
-    };
-    for (int i = 1; i <= count; ++i) {
-        const int y2 = ys[i];
-        const int sign = (y2 - y1) >> 31; // all ones for a negative difference
-        if (((y1 ^ y2) & ~63) == 0) {
-            inRow += costs[((y2 - y1) ^ sign) - sign];
-        } else {
-            if (inRow != 0)
-                writeRow();
-            inRow = 0;
-            // Without a jump, which nobody could foresee in noise.
-            const int fall = (y2 - y1) & sign;
-            addCrossing(costs, rows, y1 + fall, y2 - fall);
-        }
-        y1 = y2;
-    }
-    if (inRow != 0)
-        writeRow();
+    PairSums &first = rows[y1 >> 6];
+    first = first + table.at(place, EndCosts::firstEnd(y1, y2));
+    PairSums &second = rows[y2 >> 6];
+    second = second + table.at(place, EndCosts::secondEnd(y1, y2));
 }

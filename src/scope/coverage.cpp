@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "scope/coverage.h"
 
+#include "scope/densesegments.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -144,8 +146,7 @@ void Coverage::line(const FixedLine &line)
     const int dy = std::abs(line.y2 - line.y1);
     beginChain(line.x1, line.x2, line.y1, line.y2);
     if (dx < dy && dx <= narrow && !line.hasBeginCap && !line.hasEndCap) {
-        const int ys[] = {line.y1, line.y2};
-        addUpright(line.x1 + line.x2, ys, 1);
+        addUpright((line.x1 + line.x2) >> 1, line.y1, line.y2);
     } else if (dx < dy) {
         steep(line);
     } else if (dx > 0) {
@@ -155,16 +156,25 @@ void Coverage::line(const FixedLine &line)
 
 void Coverage::addChain(const PointChain &chain)
 {
+    beginChain(chain.xs[0], chain.xs[chain.groups - 1], chain.lowest, chain.highest);
+    if (!chain.isDense) {
+        addSparse(chain);
+    } else if (chain.isSlow) {
+        addSlow(chain);
+    } else {
+        addDense(chain);
+        addFlatSteps(chain);
+    }
+}
+
+void Coverage::addSparse(const PointChain &chain)
+{
     const int *const xs = chain.xs;
     const int *const ys = chain.ys;
-    beginChain(xs[0], xs[chain.groups - 1], chain.lowest, chain.highest);
     for (int g = 0; g < chain.groups; ++g) {
-        const int first = chain.begins[g];
         const int last = chain.begins[g + 1] - 1;
-        if (chain.isSlow)
-            addUnits(2 * xs[g], ys[first], ys[last]);
-        else if (last > first)
-            addUpright(2 * xs[g], ys + first, last - first);
+        for (int i = chain.begins[g]; i < last; ++i)
+            addUpright(xs[g], ys[i], ys[i + 1]);
         if (g == chain.groups - 1)
             break;
         const int dx = xs[g + 1] - xs[g];
@@ -172,11 +182,64 @@ void Coverage::addChain(const PointChain &chain)
         if (dx == 1 && dy <= 1)
             flatStep(xs[g], ys[last], ys[last + 1]);
         else if (std::abs(dx) < dy && std::abs(dx) <= narrow)
-            addUpright(xs[g] + xs[g + 1], ys + last, 1);
+            addUpright((xs[g] + xs[g + 1]) >> 1, ys[last], ys[last + 1]);
         else if (std::abs(dx) < dy)
             steep({xs[g], ys[last], xs[g + 1], ys[last + 1]});
         else
             flat({xs[g], ys[last], xs[g + 1], ys[last + 1]});
+    }
+}
+
+// Where y goes one way in steps of 1, what is between the first and the last point of a group is known.
+void Coverage::addSlow(const PointChain &chain)
+{
+    for (int g = 0; g < chain.groups; ++g) {
+        const int next = chain.begins[g + 1];
+        const int y = chain.ys[next - 1];
+        addUnits(chain.xs[g], chain.ys[chain.begins[g]], y);
+        if (g < chain.groups - 1)
+            flatStep(chain.xs[g], y, chain.ys[next]);
+    }
+}
+
+// All segments as upright ones, at the place of their first point.
+void Coverage::addDense(const PointChain &chain)
+{
+    constexpr int unit = DenseSegments::positionUnits;
+    const int segments = chain.begins[chain.groups] - 1;
+    // From the column on in which the chain begins: the rest of a number has room for a part of a 64th.
+    // Somewhat more than the sum of what is cut off, so that a point just at a 64th doesn't fall below.
+    const double left = chain.firstX - 32 * penWidth;
+    const int firstColumn = static_cast<int>(std::floor(left / 64));
+    const int x = static_cast<int>((left - 64 * firstColumn) * unit) + DenseSegments::most;
+    const int step = std::max(1, static_cast<int>(std::lround(chain.xStep * unit)));
+    DenseSegments dense;
+    DenseSegments middle;
+    dense.find(chain.ys, segments, x, step);
+    if (pair.hasMiddle())
+        middle.find(chain.ys, segments, 0, 0);
+    for (int begin = 0, column = firstColumn; begin < segments; ++column) {
+        const int beyond = (column + 1 - firstColumn) * 64 * unit;
+        const int end = std::min(segments, (beyond - x + step - 1) / step);
+        if (column != pairColumn)
+            beginPair(column);
+        const int *const ys = chain.ys + begin;
+        pair.addSegments(ys, dense.firstEnds() + begin, dense.secondEnds() + begin, end - begin);
+        if (pair.hasMiddle())
+            pair.addMiddle(ys, middle.firstEnds() + begin, middle.secondEnds() + begin, end - begin);
+        begin = end;
+    }
+}
+
+// What the segments cover that go to the next 64th without rising or falling.
+void Coverage::addFlatSteps(const PointChain &chain)
+{
+    for (int g = 1; g < chain.groups; ++g) {
+        const int next = chain.begins[g];
+        const int y1 = chain.ys[next - 1];
+        const int y2 = chain.ys[next];
+        if (static_cast<unsigned>(y2 - y1 + 1) <= 2)
+            flatStep(chain.xs[g - 1], y1, y2);
     }
 }
 
@@ -190,17 +253,13 @@ void Coverage::addLevel(int x1, int x2, int y)
     }
 }
 
-void Coverage::addUnits(int sumOfXs, int y1, int y2)
+void Coverage::addUnits(int x, int y1, int y2)
 {
-    if (y1 == y2)
-        return;
-    const int x = sumOfXs * 512 + xOffset;
-    if ((x >> 16) != pairColumn)
-        moveTo(x >> 16);
-    pair.addUnits((x >> 8) & 0xff, std::min(y1, y2), std::max(y1, y2));
+    if (y1 != y2)
+        pair.addUnits(moveTo(x), std::min(y1, y2), std::max(y1, y2));
 }
 
-void Coverage::moveTo(int column)
+void Coverage::beginPair(int column)
 {
     settle();
     pairColumn = column;
@@ -211,10 +270,9 @@ void Coverage::settle()
 {
     if (pairColumn == noColumn)
         return;
-    pair.addLeftTo(at(pairColumn), pairRows.top, pairRows.bottom);
+    pair.addOuterTo(at(pairColumn), at(pairColumn + penWidth), pairRows.top, pairRows.bottom);
     for (int c = 1; c < penWidth; ++c)
         pair.addMiddleTo(at(pairColumn + c), pairRows.top, pairRows.bottom);
-    pair.addRightTo(at(pairColumn + penWidth), pairRows.top, pairRows.bottom);
     pair.clear(pairRows.top, pairRows.bottom);
     pairColumn = noColumn;
 }

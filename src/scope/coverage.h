@@ -5,6 +5,7 @@
 #pragma once
 
 #include "scope/columnpair.h"
+#include "scope/pointchain.h"
 
 #include <QSize>
 #include <QVector>
@@ -23,19 +24,6 @@ struct FixedLine
     int y2 = 0;
     bool hasBeginCap = false; // prolonged by half the pen's width
     bool hasEndCap = false;
-};
-
-// Points in 64ths of a pixel. They come in groups that have their x in common: group g has xs[g], and its y
-// begin at ys[begins[g]]; begins[groups] is behind the last one.
-struct PointChain
-{
-    const int *xs = nullptr;
-    const int *begins = nullptr;
-    int groups = 0;
-    const int *ys = nullptr;
-    int lowest = 0;
-    int highest = 0;
-    bool isSlow = false; // y goes one way, by 0 or 1 from point to point
 };
 
 // From top to bottom; bottom above top for none.
@@ -108,17 +96,23 @@ private:
     RowRange rowsAround(int y1, int y2) const;
 
     void beginChain(int x1, int x2, int y1, int y2);
-    // count segments in a row, half the sum of their ends' x in the middle of each.
-    void addUpright(int sumOfXs, const int *ys, int count)
+    void addSparse(const PointChain &chain);
+    void addSlow(const PointChain &chain);
+    void addDense(const PointChain &chain);
+    void addFlatSteps(const PointChain &chain);
+    // A segment with x in the middle.
+    void addUpright(int x, int y1, int y2) { pair.addSegment(moveTo(x), y1, y2); }
+    // Segments of a length of 1 that go from y1 to y2.
+    void addUnits(int x, int y1, int y2);
+    // Takes the pair of columns between which the pen covers this x; returns the place between them.
+    int moveTo(int x)
     {
-        const int x = sumOfXs * 512 + xOffset;
-        if ((x >> 16) != pairColumn)
-            moveTo(x >> 16);
-        pair.add((x >> 8) & 0xff, ys, count);
+        const int left = x - 32 * penWidth;
+        if ((left >> 6) != pairColumn)
+            beginPair(left >> 6);
+        return left & 63;
     }
-    // The same for segments of a length of 1 that go from y1 to y2.
-    void addUnits(int sumOfXs, int y1, int y2);
-    void moveTo(int column);
+    void beginPair(int column);
     void line(const FixedLine &line);
     void strip(int column, int alpha, int y1, int y2);
     void steep(FixedLine line);

@@ -60,24 +60,44 @@ public:
     int fixedAt(int i) const { return static_cast<int>(at(i)); }
     // Several samples have each x in common, and no x is left out.
     bool areDense() const { return samplesPerStep > 2; }
-    // The first sample of another x behind this one, which has x and stands at from; *from becomes its place.
-    int nextGroup(int begin, int count, int x, double *from) const
+    // Puts samples that have their x in common together, as a chain does; returns the number of groups.
+    int group(int count, int *xs, int *begins) const
     {
-        int behind = begin + 1;
-        if (areDense()) {
-            behind = std::min(begin + 1 + static_cast<int>((x + 1 - *from) * samplesPerStep), count);
-            while (behind > begin + 1 && fixedAt(behind - 1) != x)
-                --behind;
-        }
-        for (; behind < count; ++behind) {
-            *from = at(behind);
-            if (static_cast<int>(*from) != x)
-                break;
-        }
-        return behind;
+        return areDense() ? groupDense(count, xs, begins) : groupSparse(count, xs, begins);
     }
 
 private:
+    int groupDense(int count, int *xs, int *begins) const
+    {
+        const double from = at(0);
+        const int x = static_cast<int>(std::floor(from));
+        int groups = 0;
+        for (int begin = 0; begin < count; ++groups) {
+            xs[groups] = x + groups;
+            begins[groups] = begin;
+            // The first sample that stands at the next 64th or behind it: looked at where it may stand just
+            // there, so that a track in pieces has the same groups.
+            const int next = x + groups + 1;
+            begin = static_cast<int>((next - from) * samplesPerStep + (1 - 1e-6));
+            begin += at(begin) < next ? 1 : 0;
+        }
+        begins[groups] = count;
+        return groups;
+    }
+    int groupSparse(int count, int *xs, int *begins) const
+    {
+        int groups = 0;
+        for (int i = 0; i < count; ++i) {
+            const int x = fixedAt(i);
+            if (groups > 0 && x == xs[groups - 1])
+                continue;
+            xs[groups] = x;
+            begins[groups++] = i;
+        }
+        begins[groups] = count;
+        return groups;
+    }
+
     double first;
     double minX;
     double scale;
@@ -217,25 +237,21 @@ void CurveChannel::addBlock(const double *values, int count, double firstX, cons
     const FixedRange range(clip.width());
     const Abscissae x(firstX, local);
     Block block;
-    PointChain chain;
     if (!range.holds(range.of(x.at(0))) || !range.holds(range.of(x.at(count - 1))) ||
-        !mapValues(values, count, extent, &block, &chain)) {
+        !mapValues(values, count, extent, block.ys.data())) {
         for (int i = 0; i < count; ++i)
             lineTo(pixelOf(i));
         return;
     }
     lineTo(pixelOf(0));
+    PointChain chain = chainOf(block.ys.data(), count);
     if (chain.lowest == chain.highest && x.areDense()) {
         cover.addLevel(x.fixedAt(0), x.fixedAt(count - 1), chain.lowest);
     } else {
-        double from = x.at(0);
-        for (int begin = 0; begin < count; ++chain.groups) {
-            const auto group = static_cast<size_t>(chain.groups);
-            block.xs[group] = static_cast<int>(from);
-            block.begins[group] = begin;
-            begin = x.nextGroup(begin, count, block.xs[group], &from);
-        }
-        block.begins[static_cast<size_t>(chain.groups)] = count;
+        chain.isDense = x.areDense();
+        chain.firstX = x.at(0);
+        chain.xStep = x.at(1) - x.at(0);
+        chain.groups = x.group(count, block.xs.data(), block.begins.data());
         chain.xs = block.xs.data();
         chain.begins = block.begins.data();
         cover.addChain(chain);
@@ -244,14 +260,12 @@ void CurveChannel::addBlock(const double *values, int count, double firstX, cons
 }
 
 // The y of all samples. False if one of them is outside.
-bool CurveChannel::mapValues(const double *values, int count, const PointTrack::Extent &extent, Block *block,
-                             PointChain *chain) const
+bool CurveChannel::mapValues(const double *values, int count, const PointTrack::Extent &extent, int *ys) const
 {
     const FixedRange range(clip.height());
     const double bottom = local.bottom * 64;
     const double scale = local.yScale * 64;
     const double minY = local.minY;
-    int *const ys = block->ys.data();
     const auto fixedOf = [&](double y) { return range.of(bottom - (y - minY) * scale); };
     if (extent.nonFinite > 0)
         return false;
@@ -259,27 +273,11 @@ bool CurveChannel::mapValues(const double *values, int count, const PointTrack::
     if (range.holds(fixedOf(extent.min)) && range.holds(fixedOf(extent.max))) {
         for (int i = 0; i < count; ++i)
             ys[i] = static_cast<int>(bottom - (values[i] - minY) * scale);
-    } else {
-        for (int i = 0; i < count; ++i)
-            ys[i] = fixedOf(values[i]);
+        return true;
     }
-    int lowest = ys[0];
-    int highest = ys[0];
-    int fall = 0;
-    int rise = 0;
-    for (int i = 1; i < count; ++i) {
-        lowest = std::min(lowest, ys[i]);
-        highest = std::max(highest, ys[i]);
-    }
-    for (int i = 1; i < count; ++i) {
-        fall = std::min(fall, ys[i] - ys[i - 1]);
-        rise = std::max(rise, ys[i] - ys[i - 1]);
-    }
-    chain->ys = ys;
-    chain->lowest = lowest;
-    chain->highest = highest;
-    chain->isSlow = (fall == 0 && rise <= 1) || (rise == 0 && fall >= -1);
-    return range.holds(lowest) && range.holds(highest);
+    for (int i = 0; i < count; ++i)
+        ys[i] = fixedOf(values[i]);
+    return std::all_of(ys, ys + count, [&](int y) { return range.holds(y); });
 }
 
 void CurveChannel::moveTo(const PointTrack &points, int index)

@@ -64,8 +64,7 @@ private:
     bool addRun(const PointTrack &points, const PointTrack::Run &run, int end,
                 const std::atomic<bool> &isEnding);
     void addBlock(const double *values, int count, double firstX, const PointTrack::Extent &extent);
-    bool mapValues(const double *values, int count, const PointTrack::Extent &extent, Block *block,
-                   PointChain *chain) const;
+    bool mapValues(const double *values, int count, const PointTrack::Extent &extent, int *ys) const;
     void moveTo(const PointTrack &points, int index);
     void lineTo(const QPointF &pixel);
     void setEnd(const PointTrack &points);

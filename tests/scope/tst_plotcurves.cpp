@@ -51,6 +51,7 @@ private slots:
     void hiddenChannelLeavesNothing();
     void windowWithoutWidthDrawsNothing();
     void everySampleInOneColumnIsCounted();
+    void pictureOfAFineScreenIsInItsPixels_data();
     void pictureOfAFineScreenIsInItsPixels();
     void drawingEndsWhenAsked();
 };
@@ -100,15 +101,23 @@ void PlotCurvesTest::overlappingChannelsAreStackedInTheirOrder()
 void PlotCurvesTest::pictureGrownTickByTickEqualsTheWholeOne_data()
 {
     QTest::addColumn<QByteArray>("kind");
-    for (const QByteArray &kind : scenes::kinds())
-        QTest::newRow(kind) << kind;
+    QTest::addColumn<int>("count");
+    QTest::addColumn<double>("width"); // in units
+    QTest::addColumn<QSize>("size");
+    for (const QByteArray &kind : scenes::kinds()) {
+        QTest::newRow(kind) << kind << 24000 << 60000.0 << QSize(900, 600);
+        QTest::newRow(kind + ", dense") << kind << 120000 << 600000.0 << QSize(200, 160);
+    }
 }
 
 void PlotCurvesTest::pictureGrownTickByTickEqualsTheWholeOne()
 {
     QFETCH(QByteArray, kind);
-    const QVector<double> y = scenes::wave(kind, 24000);
-    PlotInputs in = scenes::inputs({}, 0, 60000, -1000, 1000);
+    QFETCH(int, count);
+    QFETCH(double, width);
+    QFETCH(QSize, size);
+    const QVector<double> y = scenes::wave(kind, count);
+    PlotInputs in = scenes::inputs({}, 0, width, -1000, 1000, size);
     CurveRasteriser rasteriser;
     const std::atomic<bool> isEnding{false};
     PointTrack track;
@@ -118,7 +127,7 @@ void PlotCurvesTest::pictureGrownTickByTickEqualsTheWholeOne()
         QVERIFY(rasteriser.draw(in, isEnding));
     }
     QCOMPARE(rasteriser.image(), drawn(in));
-    QCOMPARE(rasteriser.image(), drawn(scenes::inputs(y, 0, 60000, -1000, 1000)));
+    QCOMPARE(rasteriser.image(), drawn(scenes::inputs(y, 0, width, -1000, 1000, size)));
 }
 
 void PlotCurvesTest::samplesThatAreNoNumberArePassedOver()
@@ -187,12 +196,25 @@ void PlotCurvesTest::everySampleInOneColumnIsCounted()
     QVERIFY2(painted >= 2 * 224 && painted <= 2 * 230, QByteArray::number(painted).constData());
 }
 
+void PlotCurvesTest::pictureOfAFineScreenIsInItsPixels_data()
+{
+    QTest::addColumn<QByteArray>("kind");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("slow sine") << QByteArray("slow sine") << 48000 << QSize(900, 600);
+    QTest::newRow("dense noise") << QByteArray("noise") << 60000 << QSize(200, 160);
+    QTest::newRow("dense noisy sine") << QByteArray("noisy sine") << 60000 << QSize(200, 160);
+}
+
 void PlotCurvesTest::pictureOfAFineScreenIsInItsPixels()
 {
-    const QVector<double> y = scenes::wave("slow sine", 48000);
-    const PlotInputs in = scenes::inputs(y, 0, 60000, -1000, 1000, {900, 600}, 2);
+    QFETCH(QByteArray, kind);
+    QFETCH(int, count);
+    QFETCH(QSize, size);
+    const QVector<double> y = scenes::wave(kind, count);
+    const PlotInputs in = scenes::inputs(y, 0, count * PointTrack::sampleStep, -1000, 1000, size, 2);
     const QImage ours = drawn(in);
-    QCOMPARE(ours.size(), QSize(1800, 1200));
+    QCOMPARE(ours.size(), 2 * size);
     QCOMPARE(ours.devicePixelRatio(), 2.0);
     // The pen is twice as wide, measured along an axis: a slanted line is somewhat thinner than the paint
     // engine's.
