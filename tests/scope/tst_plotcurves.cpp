@@ -53,6 +53,8 @@ private slots:
     void everySampleInOneColumnIsCounted();
     void pictureOfAFineScreenIsInItsPixels_data();
     void pictureOfAFineScreenIsInItsPixels();
+    void spikeOfAFineScreenIsAsWideAsThePen_data();
+    void spikeOfAFineScreenIsAsWideAsThePen();
     void drawingEndsWhenAsked();
 };
 
@@ -221,6 +223,33 @@ void PlotCurvesTest::pictureOfAFineScreenIsInItsPixels()
     const scenes::Difference d = scenes::compare(ours, scenes::naivePicture(in));
     QVERIFY2(d.lostExtremes == 0 && d.visiblePart < 0.004,
              (QByteArray::number(d.largest) + " " + QByteArray::number(d.visiblePart)).constData());
+}
+
+void PlotCurvesTest::spikeOfAFineScreenIsAsWideAsThePen_data()
+{
+    QTest::addColumn<int>("place"); // in samples, of which 300 stand in a pixel
+    for (int place : {0, 75, 150, 225})
+        QTest::newRow(QByteArray::number(place)) << place;
+}
+
+void PlotCurvesTest::spikeOfAFineScreenIsAsWideAsThePen()
+{
+    QFETCH(int, place);
+    QVector<double> y(60000, 0.0);
+    y[30000 + place] = 900;
+    const PlotInputs in = scenes::inputs(y, 0, 75000, -1000, 1000, {200, 160}, 2);
+    const auto widthOf = [](const QImage &image) {
+        double width = 0;
+        for (int x = 0; x < image.width(); ++x)
+            width += qAlpha(image.pixel(x, 130)) / 255.0;
+        return width;
+    };
+    const double ours = widthOf(drawn(in));
+    const double naive = widthOf(scenes::naivePicture(in));
+    QVERIFY(naive > 1.9);
+    // At the edges, segments over each other let something through that one outline of both doesn't.
+    QVERIFY2(qAbs(ours - naive) < 0.6,
+             (QByteArray::number(ours) + " " + QByteArray::number(naive)).constData());
 }
 
 void PlotCurvesTest::drawingEndsWhenAsked()
