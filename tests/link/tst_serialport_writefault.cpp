@@ -5,8 +5,6 @@
 
 #include <QElapsedTimer>
 
-#include <atomic>
-
 using namespace linkbench;
 
 class SerialPortWriteFaultTest : public QObject
@@ -36,14 +34,19 @@ void SerialPortWriteFaultTest::eachWaitThatCanNotWriteCountsAsOneTimeout()
 {
     QFETCH(int, baud);
     QFETCH(int, waits);
-    // One answer alone: none comes late to the request that can't leave.
-    std::atomic<int> requests{0};
-    PtyPeer peer(
-        [&requests](const QByteArray &request) { return ++requests == 1 ? replyOf(request) : QByteArray(); });
+    // One answer to the probes of a worker: none comes late to the request that can't leave. A worker that
+    // has given up before it came is followed by another one after a second.
+    QElapsedTimer sinceAnswer;
+    PtyPeer peer([&sinceAnswer](const QByteArray &request) {
+        if (sinceAnswer.isValid() && !sinceAnswer.hasExpired(500))
+            return QByteArray();
+        sinceAnswer.start();
+        return replyOf(request);
+    });
     SerialPort port;
     const SignalLog online(&port, &SerialPort::servoONOFFLine);
     port.getPortName(peer.entry(), baud);
-    QTRY_VERIFY(online.count(true) >= 1);
+    QTRY_VERIFY_WITH_TIMEOUT(online.count(true) >= 1, 20000);
     const FailingWrites failing(peer.path());
     const int repeatsBefore = SerialPort::repeatCount;
     QElapsedTimer clock;
