@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The scope's frames and chunks on the link: the mailbox, the stop frame, a stream that nobody asked for.
+// The scope's frames and chunks on the link: the mailbox, the stop frame, a running stream.
 #include "linkbench.h"
 #include "support/rununtil.h"
 
@@ -21,10 +21,6 @@ private slots:
     void scopeFrameThroughTheRequestSlotTakesTheMailbox();
     void stopFrameWaitsForTheNextChunk();
     void stoppingTheScopeEmptiesTheMailbox();
-    void streamOfNobodyIsStoppedOnce();
-    void replyAmidAStreamOfNobodyIsDelivered_data();
-    void replyAmidAStreamOfNobodyIsDelivered();
-    void replyAmidAStreamOfNobodyIsNotTheNextRequests();
     void streamChunksAnswerARequest();
     void scopeFramesAreOwedNoAnswer();
     void closingStopsARunningStream();
@@ -97,77 +93,6 @@ void SerialPortStreamTest::stoppingTheScopeEmptiesTheMailbox()
     port.writeSlot(readB, QStringLiteral("Editor"));
     QTRY_VERIFY(peer.frames().contains(readB));
     QVERIFY(!peer.frames().contains(stopFrame));
-}
-
-void SerialPortStreamTest::streamOfNobodyIsStoppedOnce()
-{
-    PtyPeer peer([](const QByteArray &request) {
-        if (request == stopFrame)
-            return QByteArray();
-        return request == probe ? streamChunk : replyOf(request);
-    });
-    SerialPort port;
-    const Deliveries deliveries(port);
-    port.getPortName(peer.entry(), usb);
-    QTRY_COMPARE(deliveries.list, QStringList(QStringLiteral("scope ")));
-    QTRY_COMPARE(peer.framesOnce(), QList<QByteArray>({probe, stopFrame}));
-    // What still arrives is delivered as it is, and not stopped again.
-    peer.write(streamChunk);
-    QTRY_COMPARE(deliveries.list, QStringList({QStringLiteral("scope "), delivery("scope", streamChunk)}));
-    QCOMPARE(peer.framesOnce(), QList<QByteArray>({probe, stopFrame}));
-}
-
-void SerialPortStreamTest::replyAmidAStreamOfNobodyIsDelivered_data()
-{
-    QTest::addColumn<QByteArray>("inFront");
-    QTest::addColumn<QByteArray>("behind");
-    QTest::newRow("behind a frame") << streamChunk << QByteArray();
-    QTest::newRow("between frames") << streamChunk + streamChunk << streamChunk;
-}
-
-void SerialPortStreamTest::replyAmidAStreamOfNobodyIsDelivered()
-{
-    QFETCH(QByteArray, inFront);
-    QFETCH(QByteArray, behind);
-    PtyPeer peer([&](const QByteArray &request) {
-        return request == stopFrame || request == probe ? QByteArray() : inFront + replyOf(request) + behind;
-    });
-    SerialPort port;
-    const SignalLog editor(&port, &SerialPort::handleBaseParameter);
-    const SignalLog monitor(&port, &SerialPort::handleParameterMonitor);
-    port.writeSlot(readA, QStringLiteral("Editor"));
-    port.writeSlot(readB, QStringLiteral("Monitor"));
-    port.writeSlot(readC, QStringLiteral("Editor"));
-    port.getPortName(peer.entry(), rs485);
-    QTRY_COMPARE(editor.count(), 2);
-    QTRY_COMPARE(monitor.count(), 1);
-    QCOMPARE(std::get<0>(editor.calls.at(0)), replyOf(readA));
-    QCOMPARE(std::get<0>(editor.calls.at(1)), replyOf(readC));
-    QCOMPARE(std::get<0>(monitor.calls.at(0)), replyOf(readB));
-}
-
-void SerialPortStreamTest::replyAmidAStreamOfNobodyIsNotTheNextRequests()
-{
-    QByteArray overtaken = streamChunk + replyOf(readA);
-    PtyPeer peer([&overtaken](const QByteArray &request) {
-        if (request == readA)
-            return streamChunk;
-        if (request != readB)
-            return QByteArray();
-        QByteArray late;
-        late.swap(overtaken);
-        return late + streamChunk + replyOf(readB);
-    });
-    SerialPort port;
-    const Deliveries deliveries(port);
-    port.writeSlot(readA, QStringLiteral("Editor"));
-    port.writeSlot(readB, QStringLiteral("Monitor"));
-    port.getPortName(peer.entry(), rs485);
-    const auto isReply = [](const QString &text) { return !text.startsWith(QLatin1String("scope")); };
-    QTRY_VERIFY(std::any_of(deliveries.list.cbegin(), deliveries.list.cend(), isReply));
-    QCOMPARE(*std::find_if(deliveries.list.cbegin(), deliveries.list.cend(), isReply),
-             delivery("monitor", replyOf(readB)));
-    QCOMPARE(peer.framesOnce(), QList<QByteArray>({readA, stopFrame, readB}));
 }
 
 void SerialPortStreamTest::streamChunksAnswerARequest()
@@ -248,15 +173,13 @@ void SerialPortStreamTest::closingStopsARunningStream()
 
 void SerialPortStreamTest::closingStopsAStreamThatIsDrained()
 {
+    std::atomic<bool> stopped{false};
     std::atomic<bool> streaming{true};
-    PtyPeer peer([&streaming](const QByteArray &request) {
+    PtyPeer peer([&stopped](const QByteArray &request) {
         if (request == stopFrame)
-            streaming = false;
+            stopped = true;
         return QByteArray();
     });
-    SerialPort port;
-    SerialPort::reconnecting = true;
-    port.getPortName(peer.entry(), rs485);
     // Never silent, and no chunk of a stream either: the drain has no end of its own.
     std::thread stream([&peer, &streaming] {
         while (streaming) {
@@ -268,24 +191,30 @@ void SerialPortStreamTest::closingStopsAStreamThatIsDrained()
         streaming = false;
         stream.join();
     });
-    // "Ok" in the connection dialog ends it. On a busy machine the noise has pauses, which end it too, so it
-    // is looked at several times.
+    // On a busy machine the noise has pauses, which end the drain too, and no chunk may come in time for the
+    // stop frame, so it is looked at several times.
     qint64 ending = 0; // ms
     for (int i = 0; i < 5; ++i) {
-        QTRY_VERIFY(SerialPort::portOpened);
+        SerialPort port;
+        SerialPort::reconnecting = true;
+        port.getPortName(peer.entry(), rs485);
         QElapsedTimer clock;
         clock.start();
-        QTRY_VERIFY(clock.elapsed() > 50);
+        QTRY_VERIFY(SerialPort::portOpened && clock.elapsed() > 50);
+        // "Ok" in the connection dialog ends it.
         clock.start();
         port.getPortName(peer.entry(), rs485);
         ending += clock.elapsed();
+        clock.start();
+        QTRY_VERIFY(SerialPort::portOpened && clock.elapsed() > 50);
+        clock.start();
+        port.prepareShutdown();
+        port.quit();
+        QVERIFY(port.wait(10000));
+        ending += clock.elapsed();
     }
-    QVERIFY2(ending < 500, qPrintable(QString::number(ending)));
-    QTRY_VERIFY(SerialPort::portOpened);
-    port.prepareShutdown();
-    port.quit();
-    QVERIFY(port.wait(1000));
-    QTRY_VERIFY(peer.frames().contains(stopFrame));
+    QVERIFY2(ending < 2000, qPrintable(QString::number(ending)));
+    QTRY_VERIFY(stopped);
 }
 
 void SerialPortStreamTest::streamEndsTheDrainAfterOneChunk()
