@@ -6,19 +6,22 @@
 #include "support/editordriver.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
+#include <QTimer>
 
 #include <stdexcept>
 #include <string>
 
 void waitUntil(const std::function<bool()> &condition, const char *what, int limitMs)
 {
-    QElapsedTimer clock;
-    clock.start();
+    bool isOver = false;
+    QTimer limit;
+    QObject::connect(&limit, &QTimer::timeout, &limit, [&isOver] { isOver = true; });
+    limit.start(limitMs);
     while (!condition()) {
-        if (clock.elapsed() > limitMs)
+        if (isOver)
             throw std::runtime_error(std::string("waited in vain for ") + what);
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
+        // With a time given it would not sleep between two events, and take the other threads' processor.
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 }
 

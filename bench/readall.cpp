@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // "Read Parameters" of a whole catalogue on a line of 115200 baud and at "USB", beside the time that the line
-// itself needs: every frame's wire time, the silent gap before each request and the drive's turnaround.
+// itself needs: every frame's wire time, the silent gap before each request and what the drive took to
+// answer. At "USB" libmodbus does the same reads, from the same drive and in turn with ours: what it takes
+// longer than the line is the machine's.
+#include "bareclient.h"
 #include "benchmain.h"
 #include "catalogueeditor.h"
+#include "link/requests.h"
 #include "link/serialport.h"
 #include "link/silentgap.h"
 #include "messageboxes.h"
@@ -11,16 +15,20 @@
 #include "settings/applanguage.h"
 #include "simulator/simulateddrive.h"
 #include "support/editortexts.h"
+#include "wakeup.h"
 
 #include <QElapsedTimer>
 
 #include <array>
 #include <chrono>
+#include <cstdio>
+#include <functional>
+#include <memory>
 #include <stdexcept>
 
 namespace {
 
-constexpr int rounds = 5;
+constexpr int rounds = 9;
 constexpr int bitsPerCharacter = 10;
 
 struct Line
@@ -31,18 +39,109 @@ struct Line
     std::chrono::microseconds turnaround;
 };
 constexpr std::array<Line, 2> lines{{
+
     {"115200", 115200, 115200, std::chrono::microseconds(1000)},
     {"USB", usbBaudRate, 0, std::chrono::microseconds(500)},
 }};
 
-struct Transfer
+struct Client
 {
     double measured = 0; // seconds
     double needed = 0;   // seconds that the line needs for the same frames
-    int parameters = 0;
+    double between = 0;  // microseconds from a reply to the next request, as the drive sees it, in the middle
+};
+
+struct Transfer
+{
+    Client ours;
+    Client bare;         // libmodbus; nothing where it keeps no silent gap
+    double lateness = 0; // microseconds by which the drive answered us later than it should
     quint64 requests = 0;
     quint64 retransmissions = 0;
 };
+
+// What passed on the line, as the drive saw it.
+class LineRecord
+{
+public:
+    explicit LineRecord(kt500sim::SimulatedDrive *recorded)
+        : drive(recorded)
+    {
+        drive->resetCounters();
+        drive->setFrameListener([this](const kt500sim::LoggedFrame &frame) { note(frame); });
+    }
+    ~LineRecord() { drive->setFrameListener({}); }
+    Q_DISABLE_COPY_MOVE(LineRecord)
+
+    // What follows is to be asked when the last reply has been read: it has been noted by then.
+    const QList<RegisterRead> &reads() const { return readList; }
+    // Seconds from the requests to the ends of their replies: wire time and turnaround, and what the
+    // system's timer has added to them.
+    double answering() const { return std::chrono::duration<double>(answerTime).count(); }
+    double between() const { return median(clientTimes); }
+
+private:
+    void note(const kt500sim::LoggedFrame &frame)
+    {
+        if (frame.kind == kt500sim::FrameKind::Reply) {
+            answered = frame.time;
+            answerTime += answered - asked;
+            return;
+        }
+        if (frame.kind != kt500sim::FrameKind::Request)
+            return;
+        asked = frame.time;
+        if (!readList.isEmpty())
+            clientTimes.append(std::chrono::duration<double, std::micro>(asked - answered).count());
+        const QByteArray bytes(reinterpret_cast<const char *>(frame.bytes.data()), int(frame.bytes.size()));
+        readList.append({addressOfRequest(bytes), registersOfRequest(bytes)});
+    }
+
+    kt500sim::SimulatedDrive *const drive;
+    kt500sim::nanoseconds asked{0};
+    kt500sim::nanoseconds answered{0};
+    kt500sim::nanoseconds answerTime{0};
+    QVector<double> clientTimes; // microseconds
+    QList<RegisterRead> readList;
+};
+
+// Seconds from the click to the message that all is read.
+double secondsOfPageRead(const QString &portName, int speed, const std::function<void()> &beginning)
+{
+    const auto editor = makeEditor();
+    bool online = false;
+    SerialPort port;
+    QObject::connect(&port, &SerialPort::servoONOFFLine, &port, [&online](bool state) { online = state; });
+    QObject::connect(editor.get(), qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort), &port,
+                     &SerialPort::writeSlot);
+    QObject::connect(&port, &SerialPort::handleBaseParameter, editor.get(),
+                     &ParameterEditor::handleBaseParameter);
+    port.getPortName(QStringLiteral("Drive(%1)").arg(portName), speed);
+    waitUntil([&online] { return online; }, "the link");
+
+    beginning();
+    QElapsedTimer clock;
+    double seconds = 0;
+    MessageBoxes boxes;
+    boxes.shown = [&] { seconds = double(clock.nsecsElapsed()) * 1e-9; };
+    clock.start();
+    editor->readPageSlt();
+    waitUntil([&seconds] { return seconds > 0; }, "the end of the reading", 60000);
+    if (boxes.texts != QStringList(editortext::readingDone))
+        throw std::runtime_error(qPrintable(boxes.texts.join(QLatin1Char('\n'))));
+    return seconds;
+}
+
+// Microseconds that an answer took longer than wire and turnaround, in the mean.
+double latenessOf(const LineRecord &record, const Line &line, const kt500sim::Counters &counters)
+{
+    const double wire = line.baudRate > 0 ? double(counters.bytesReceived + counters.bytesSent) *
+                                                bitsPerCharacter / line.baudRate
+                                          : 0;
+    const auto requests = double(counters.requests);
+    const double turnaround = std::chrono::duration<double>(line.turnaround).count();
+    return ((record.answering() - wire) / requests - turnaround) * 1e6;
+}
 
 Transfer readCatalogue(const Line &line)
 {
@@ -53,62 +152,84 @@ Transfer readCatalogue(const Line &line)
     if (!drive.start(&error))
         throw std::runtime_error(qPrintable(error));
 
-    const auto editor = makeEditor();
-    bool online = false;
-    SerialPort port;
-    QObject::connect(&port, &SerialPort::servoONOFFLine, &port, [&online](bool state) { online = state; });
-    QObject::connect(editor.get(), qOverload<QByteArray, QString>(&ParameterEditor::writeToSerialPort), &port,
-                     &SerialPort::writeSlot);
-    QObject::connect(&port, &SerialPort::handleBaseParameter, editor.get(),
-                     &ParameterEditor::handleBaseParameter);
-    port.getPortName(QStringLiteral("Drive(%1)").arg(drive.portName()), line.speed);
-    waitUntil([&online] { return online; }, "the link");
-
-    drive.resetCounters();
-    QElapsedTimer clock;
     Transfer transfer;
-    MessageBoxes boxes;
-    boxes.shown = [&] { transfer.measured = double(clock.nsecsElapsed()) * 1e-9; };
-    clock.start();
-    editor->readPageSlt();
-    waitUntil([&transfer] { return transfer.measured > 0; }, "the end of the reading", 60000);
-    if (boxes.texts != QStringList(editortext::readingDone))
-        throw std::runtime_error(qPrintable(boxes.texts.join(QLatin1Char('\n'))));
-
+    std::unique_ptr<LineRecord> record;
+    transfer.ours.measured = secondsOfPageRead(drive.portName(), line.speed,
+                                               [&] { record = std::make_unique<LineRecord>(&drive); });
     const kt500sim::Counters counters = drive.counters();
-    const double wire = line.baudRate > 0 ? double(counters.bytesReceived + counters.bytesSent) *
-                                                bitsPerCharacter / line.baudRate
-                                          : 0;
-    const double pause = std::chrono::duration<double>(silentGap(line.speed) + line.turnaround).count();
-    transfer.needed = wire + double(counters.requests) * pause;
-    transfer.parameters = parameterCount(*editor);
+    const double gap = std::chrono::duration<double>(silentGap(line.speed)).count();
+    transfer.ours.needed = record->answering() + double(counters.requests) * gap;
+    transfer.ours.between = record->between();
+    transfer.lateness = latenessOf(*record, line, counters);
     transfer.requests = counters.requests;
     transfer.retransmissions = counters.retransmissions;
+    if (gap > 0)
+        return transfer;
+
+    const QList<RegisterRead> reads = record->reads();
+    record.reset(); // before the next one takes its place as the listener
+    record = std::make_unique<LineRecord>(&drive);
+    transfer.bare.measured = secondsOfBareReads(drive.portName().toLocal8Bit(), reads);
+    drive.counters(); // asked on the drive's thread, behind all that it has noted
+    transfer.bare.needed = record->answering();
+    transfer.bare.between = record->between();
     return transfer;
 }
 
-QStringList measure(const Line &line, const QString &language)
+// Of one client over all rounds.
+struct Figures
 {
-    writeConfiguredLanguage(language);
+    void append(const Client &client)
+    {
+        measured.append(client.measured);
+        needed.append(client.needed);
+        between.append(client.between);
+    }
+    QStringList cells() const
+    {
+        return {figure(median(measured), 3), figure(median(needed), 3),
+                figure(medianRatio(measured, needed), 3), ratioSpread(measured, needed),
+                figure(median(between), 0)};
+    }
+
     QVector<double> measured;
     QVector<double> needed;
+    QVector<double> between;
+};
+
+QVector<QStringList> measure(const Line &line, const QString &language)
+{
+    writeConfiguredLanguage(language);
+    Figures ours;
+    Figures bare;
+    QVector<double> lateness;
     Transfer last;
     quint64 retransmissions = 0;
     for (int round = 0; round < rounds; ++round) {
         last = readCatalogue(line);
-        measured.append(last.measured);
-        needed.append(last.needed);
+        ours.append(last.ours);
+        bare.append(last.bare);
+        lateness.append(last.lateness);
         retransmissions += last.retransmissions;
     }
-    return {QString::fromLatin1(line.name),
-            language,
-            QString::number(last.parameters),
-            QString::number(last.requests),
-            figure(median(measured), 3),
-            figure(median(needed), 3),
-            figure(medianRatio(measured, needed), 3),
-            ratioSpread(measured, needed),
-            QString::number(retransmissions)};
+    const bool hasPeer = last.bare.measured > 0;
+    const QStringList place{QString::fromLatin1(line.name), language, QString::number(last.requests)};
+    QVector<QStringList> rows{
+        place + QStringList(QStringLiteral("the editor")) + ours.cells() +
+        QStringList{hasPeer ? figure(medianRatio(ours.measured, bare.measured), 2) : QString(),
+                    figure(median(lateness), 0), QString::number(retransmissions)}};
+    if (hasPeer)
+        rows.append(place + QStringList(QStringLiteral("libmodbus")) + bare.cells() +
+                    QStringList{figure(1, 2), QString(), QString()});
+    return rows;
+}
+
+void printWakeUps()
+{
+    const WakeUpCost cost = wakeUpCost();
+    std::printf(
+        "\nA sleeping thread is awake %.0f microseconds after another one's call, and %.0f after its timer\n",
+        cost.byThread, cost.byTimer);
 }
 
 } // namespace
@@ -116,15 +237,18 @@ QStringList measure(const Line &line, const QString &language)
 int main(int argc, char *argv[])
 {
     return runBenchmark(argc, argv, [] {
-        QVector<QStringList> rows{{"line", "catalogue", "parameters", "requests", "seconds", "line needs",
-                                   "ratio", "spread", "retransmissions"}};
+        printWakeUps();
+        QVector<QStringList> rows{{"line", "catalogue", "requests", "client", "seconds", "line needs",
+                                   "ratio", "spread", "us to next request", "to libmodbus", "drive late, us",
+                                   "retransmissions"}};
         for (const Line &line : lines) {
             for (const char *language : {"zh_CN", "en_US"})
-                rows.append(measure(line, QString::fromLatin1(language)));
+                rows += measure(line, QString::fromLatin1(language));
         }
         printTable(QStringLiteral("Reading all parameters, 1 ms turnaround at 115200 baud and 0.5 ms at USB, "
                                   "median of %1 rounds")
                        .arg(rounds),
                    rows);
+        printWakeUps();
     });
 }

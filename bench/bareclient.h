@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The peer that shows what a machine lets any client do: libmodbus, one thread, each read blocking until its
+// reply is there. Called on the main thread, which does nothing else meanwhile.
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+
+struct RegisterRead
+{
+    int address = 0;
+    int registers = 0;
+};
+
+// Opens the device, reads all of the list once, one after another, closes it, and returns the seconds that
+// the reads took. std::runtime_error on a line that fails.
+double secondsOfBareReads(const QByteArray &path, const QList<RegisterRead> &reads);
