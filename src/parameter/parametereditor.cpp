@@ -31,6 +31,14 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+namespace {
+
+// Between two drawings of a page that a read turns over. One takes eight milliseconds, in which sixteen
+// exchanges would find time at USB.
+constexpr int pageInterval = 150; // ms
+
+} // namespace
+
 ParameterEditor::ParameterEditor(QWidget *parent)
     : QScrollArea(parent)
 {
@@ -94,7 +102,7 @@ QSplitter *ParameterEditor::buildPages()
 {
     pageList = new ParameterPageList;
     pageStack = new QStackedWidget;
-    pagePace = new DrawingPace(pageStack);
+    pagePace = new DrawingPace(pageStack, pageInterval);
     QList<ParameterTable *> tables;
     for (int i = 0; i < parameterGroupCount; ++i) {
         auto *page = new ParameterTable;

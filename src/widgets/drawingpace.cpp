@@ -3,12 +3,12 @@
 
 #include <QWidget>
 
-DrawingPace::DrawingPace(QWidget *pacedWidget)
+DrawingPace::DrawingPace(QWidget *pacedWidget, int interval)
     : QObject(pacedWidget)
     , widget(pacedWidget)
 {
     timer.setSingleShot(true);
-    timer.setInterval(drawingInterval);
+    timer.setInterval(interval);
     connect(&timer, &QTimer::timeout, this, &DrawingPace::tick);
 }
 

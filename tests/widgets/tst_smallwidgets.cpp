@@ -38,6 +38,7 @@ private slots:
     void runProgressDialogGetsNoButtonWithAnotherLanguage();
     void runProgressDialogStandsOverItsWindow();
     void pacedWidgetIsDrawnTogether();
+    void widgetOfALongerPaceIsDrawnLater();
 };
 
 void SmallWidgetsTest::markerFollowsThePosition_data()
@@ -279,6 +280,29 @@ void SmallWidgetsTest::pacedWidgetIsDrawnTogether()
     QCOMPARE(drawn.count, 1);
     QTRY_COMPARE(drawn.count, 2);
     QVERIFY(widget.updatesEnabled());
+}
+
+void SmallWidgetsTest::widgetOfALongerPaceIsDrawnLater()
+{
+    constexpr int longInterval = 3600000; // ms
+    QWidget slow;
+    QWidget quick;
+    for (QWidget *widget : {&slow, &quick})
+        widget->show();
+    QCoreApplication::processEvents();
+    const EventCount slowDrawn(&slow, QEvent::Paint);
+    const EventCount quickDrawn(&quick, QEvent::Paint);
+    DrawingPace slowPace(&slow, longInterval);
+    DrawingPace quickPace(&quick);
+    for (int i = 0; i < 2; ++i) {
+        slowPace.touch();
+        quickPace.touch();
+        slow.update();
+        quick.update();
+        QCoreApplication::sendPostedEvents();
+    }
+    QTRY_COMPARE(quickDrawn.count, 2);
+    QCOMPARE(slowDrawn.count, 1);
 }
 
 QTEST_MAIN(SmallWidgetsTest)
