@@ -17,6 +17,7 @@
 #include "support/editortexts.h"
 #include "wakeup.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 
 #include <array>
@@ -241,7 +242,10 @@ int main(int argc, char *argv[])
         QVector<QStringList> rows{{"line", "catalogue", "requests", "client", "seconds", "line needs",
                                    "ratio", "spread", "us to next request", "to libmodbus", "drive late, us",
                                    "retransmissions"}};
+        const QString only = QCoreApplication::arguments().value(1);
         for (const Line &line : lines) {
+            if (!only.isEmpty() && only != QLatin1String(line.name))
+                continue;
             for (const char *language : {"zh_CN", "en_US"})
                 rows += measure(line, QString::fromLatin1(language));
         }
