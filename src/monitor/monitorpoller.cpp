@@ -12,9 +12,6 @@ constexpr int cyclePause = 200;    // ms
 constexpr int tabReturn = 10;      // ms
 constexpr int watchInterval = 100; // ms
 constexpr int settledLink = 1000;  // ms
-// Longer than the link waits, repeats and holds a request back before it gives up: what has not been answered
-// by then never will be.
-constexpr int longestChainWait = 4000; // ms
 
 // What a method that was not read is reported as: a number that no control method has.
 constexpr int unknownMethod = methodCount;
@@ -31,6 +28,7 @@ MonitorPoller::MonitorPoller(int startDelay, QObject *parent)
     connect(&watchTimer, &QTimer::timeout, this, &MonitorPoller::watch);
     watchTimer.start(watchInterval);
     linkUpSince.start();
+    connect(&chainWatch, &ReplyWatch::overdue, this, &MonitorPoller::pushChain);
 }
 
 void MonitorPoller::packData(const QString &code)
@@ -63,7 +61,7 @@ void MonitorPoller::ask(const OwedReply &request)
     if (reply.drivesChain) {
         owed.detachAll();
         reply.drivesChain = !faultTabActive;
-        chainAsked.start();
+        chainWatch.begin();
     }
     owed.append(reply);
     emit frameReady(reply.request);
@@ -257,21 +255,15 @@ void MonitorPoller::watch()
     } else if (linkWasDown && linkUpSince.elapsed() >= settledLink) {
         linkWasDown = false;
         restartChain();
-    } else if (chainStands()) {
-        pushChain();
     }
-}
-
-bool MonitorPoller::chainStands() const
-{
-    return !faultTabActive && !updateTimer.isActive() && chainAsked.isValid() &&
-           chainAsked.elapsed() >= longestChainWait;
 }
 
 // A reply can get lost on a link that stays open: in the stream of a drive that nobody asked for one. A read
 // is asked again. A write is not, since it may have been carried out: the chain goes on without its reply.
 void MonitorPoller::pushChain()
 {
+    if (faultTabActive || updateTimer.isActive())
+        return;
     const std::optional<OwedReply> lost = owed.chainRequest();
     if (lost && lost->kind != OwedReply::Kind::Write) {
         // Should it still be queued, it is not asked twice.

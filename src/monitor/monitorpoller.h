@@ -4,6 +4,7 @@
 // Main thread; owned by Parameter_Monitor.
 #pragma once
 
+#include "link/replywatch.h"
 #include "monitor/levelrequests.h"
 #include "monitor/monitorwrites.h"
 #include "monitor/owedreplies.h"
@@ -66,7 +67,6 @@ private:
     void watch();
     void withdraw(MonitorWrite kind);
     void restartChain();
-    bool chainStands() const;
     void pushChain();
 
     const QStringList pollList;
@@ -87,6 +87,6 @@ private:
 
     QTimer watchTimer;
     QElapsedTimer linkUpSince;
-    QElapsedTimer chainAsked; // since the chain's newest request
+    ReplyWatch chainWatch;    // over the chain's newest request
     bool linkWasDown = false; // since the chain has moved last
 };
