@@ -116,7 +116,8 @@ void SerialPortLossTest::lostLinkComesBackAndServesItsQueue()
     QTRY_VERIFY(online.count() >= 1);
     // Queued as soon as the link is lost: the worker begins anew behind the notice.
     bool isQueued = false;
-    connect(&port, &SerialPort::servoONOFFLine, this, [&](bool isOnline) {
+    const QObject whileThisRuns;
+    connect(&port, &SerialPort::servoONOFFLine, &whileThisRuns, [&](bool isOnline) {
         if (isOnline || isQueued)
             return;
         isQueued = true;
