@@ -3,14 +3,10 @@
 // reply is there. Called on the main thread, which does nothing else meanwhile.
 #pragma once
 
+#include "registerread.h"
+
 #include <QByteArray>
 #include <QList>
-
-struct RegisterRead
-{
-    int address = 0;
-    int registers = 0;
-};
 
 // Opens the device, reads all of the list once, one after another, closes it, and returns the seconds that
 // the reads took. std::runtime_error on a line that fails.

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // "Read Parameters" of a whole catalogue on a line of 115200 baud and at "USB", beside the time that the line
 // itself needs: every frame's wire time, the silent gap before each request and what the drive took to
-// answer. At "USB" libmodbus does the same reads, from the same drive and in turn with ours: what it takes
-// longer than the line is the machine's.
+// answer. At "USB" libmodbus and the barest client there can be do the same reads, from the same drive and in
+// turn with ours: what they take longer than the line is the machine's.
 #include "bareclient.h"
 #include "benchmain.h"
 #include "catalogueeditor.h"
@@ -11,6 +11,8 @@
 #include "link/silentgap.h"
 #include "messageboxes.h"
 #include "parameter/parametereditor.h"
+#include "rawclient.h"
+#include "registerread.h"
 #include "report.h"
 #include "settings/applanguage.h"
 #include "simulator/simulateddrive.h"
@@ -49,13 +51,17 @@ struct Client
 {
     double measured = 0; // seconds
     double needed = 0;   // seconds that the line needs for the same frames
-    double between = 0;  // microseconds from a reply to the next request, as the drive sees it, in the middle
+    // Microseconds from a reply to the next request, as the drive sees it.
+    double medianBetween = 0;
+    double meanBetween = 0;
 };
 
 struct Transfer
 {
     Client ours;
-    Client bare;         // libmodbus; nothing where it keeps no silent gap
+    // Nothing where there is a silent gap, which these two don't keep.
+    Client libmodbus;
+    Client raw;
     double lateness = 0; // microseconds by which the drive answered us later than it should
     quint64 requests = 0;
     quint64 retransmissions = 0;
@@ -79,7 +85,8 @@ public:
     // Seconds from the requests to the ends of their replies: wire time and turnaround, and what the
     // system's timer has added to them.
     double answering() const { return std::chrono::duration<double>(answerTime).count(); }
-    double between() const { return median(clientTimes); }
+    // Microseconds from a reply to the next request, for each request but the first.
+    const QVector<double> &between() const { return clientTimes; }
 
 private:
     void note(const kt500sim::LoggedFrame &frame)
@@ -144,6 +151,22 @@ double latenessOf(const LineRecord &record, const Line &line, const kt500sim::Co
     return ((record.answering() - wire) / requests - turnaround) * 1e6;
 }
 
+Client clientOf(double measured, double needed, const LineRecord &record)
+{
+    return {measured, needed, median(record.between()), mean(record.between())};
+}
+
+using ReadAll = double (*)(const QByteArray &path, const QList<RegisterRead> &reads);
+
+// The reads by another client on the same drive.
+Client readOnceMore(kt500sim::SimulatedDrive &drive, const QList<RegisterRead> &reads, ReadAll readAll)
+{
+    const LineRecord record(&drive);
+    const double seconds = readAll(drive.portName().toLocal8Bit(), reads);
+    drive.counters(); // asked on the drive's thread, behind all that it has noted
+    return clientOf(seconds, record.answering(), record);
+}
+
 Transfer readCatalogue(const Line &line)
 {
     kt500sim::DriveOptions options;
@@ -155,12 +178,11 @@ Transfer readCatalogue(const Line &line)
 
     Transfer transfer;
     std::unique_ptr<LineRecord> record;
-    transfer.ours.measured = secondsOfPageRead(drive.portName(), line.speed,
-                                               [&] { record = std::make_unique<LineRecord>(&drive); });
+    const double seconds = secondsOfPageRead(drive.portName(), line.speed,
+                                             [&] { record = std::make_unique<LineRecord>(&drive); });
     const kt500sim::Counters counters = drive.counters();
     const double gap = std::chrono::duration<double>(silentGap(line.speed)).count();
-    transfer.ours.needed = record->answering() + double(counters.requests) * gap;
-    transfer.ours.between = record->between();
+    transfer.ours = clientOf(seconds, record->answering() + double(counters.requests) * gap, *record);
     transfer.lateness = latenessOf(*record, line, counters);
     transfer.requests = counters.requests;
     transfer.retransmissions = counters.retransmissions;
@@ -169,11 +191,8 @@ Transfer readCatalogue(const Line &line)
 
     const QList<RegisterRead> reads = record->reads();
     record.reset(); // before the next one takes its place as the listener
-    record = std::make_unique<LineRecord>(&drive);
-    transfer.bare.measured = secondsOfBareReads(drive.portName().toLocal8Bit(), reads);
-    drive.counters(); // asked on the drive's thread, behind all that it has noted
-    transfer.bare.needed = record->answering();
-    transfer.bare.between = record->between();
+    transfer.libmodbus = readOnceMore(drive, reads, secondsOfBareReads);
+    transfer.raw = readOnceMore(drive, reads, secondsOfRawReads);
     return transfer;
 }
 
@@ -184,44 +203,73 @@ struct Figures
     {
         measured.append(client.measured);
         needed.append(client.needed);
-        between.append(client.between);
+        medianBetween.append(client.medianBetween);
+        meanBetween.append(client.meanBetween);
     }
     QStringList cells() const
     {
-        return {figure(median(measured), 3), figure(median(needed), 3),
-                figure(medianRatio(measured, needed), 3), ratioSpread(measured, needed),
-                figure(median(between), 0)};
+        return {figure(median(measured), 3),
+                figure(median(needed), 3),
+                figure(medianRatio(measured, needed), 3),
+                ratioSpread(measured, needed),
+                figure(median(medianBetween), 0),
+                figure(median(meanBetween), 0)};
     }
 
     QVector<double> measured;
     QVector<double> needed;
-    QVector<double> between;
+    QVector<double> medianBetween;
+    QVector<double> meanBetween;
+};
+
+// Of one line and catalogue over all rounds.
+struct AllFigures
+{
+    void append(const Transfer &transfer)
+    {
+        ours.append(transfer.ours);
+        if (transfer.libmodbus.measured > 0) {
+            libmodbus.append(transfer.libmodbus);
+            raw.append(transfer.raw);
+        }
+        lateness.append(transfer.lateness);
+        retransmissions += transfer.retransmissions;
+    }
+    // How long the client took beside the two others, in the same rounds.
+    QStringList besideOthers(const Figures &client) const
+    {
+        return {figure(medianRatio(client.measured, libmodbus.measured), 2),
+                figure(medianRatio(client.measured, raw.measured), 2)};
+    }
+
+    Figures ours;
+    Figures libmodbus;
+    Figures raw;
+    QVector<double> lateness;
+    quint64 retransmissions = 0;
 };
 
 QVector<QStringList> measure(const Line &line, const QString &language)
 {
     writeConfiguredLanguage(language);
-    Figures ours;
-    Figures bare;
-    QVector<double> lateness;
-    Transfer last;
-    quint64 retransmissions = 0;
+    AllFigures all;
+    quint64 requests = 0;
     for (int round = 0; round < rounds; ++round) {
-        last = readCatalogue(line);
-        ours.append(last.ours);
-        bare.append(last.bare);
-        lateness.append(last.lateness);
-        retransmissions += last.retransmissions;
+        const Transfer transfer = readCatalogue(line);
+        all.append(transfer);
+        requests = transfer.requests;
     }
-    const bool hasPeer = last.bare.measured > 0;
-    const QStringList place{QString::fromLatin1(line.name), language, QString::number(last.requests)};
+    const QStringList place{QString::fromLatin1(line.name), language, QString::number(requests)};
+    const bool isAlone = all.libmodbus.measured.isEmpty();
+    const auto row = [&](const char *name, const Figures &client) {
+        return place + QStringList(QString::fromLatin1(name)) + client.cells() +
+               (isAlone ? QStringList{QString(), QString()} : all.besideOthers(client));
+    };
     QVector<QStringList> rows{
-        place + QStringList(QStringLiteral("the editor")) + ours.cells() +
-        QStringList{hasPeer ? figure(medianRatio(ours.measured, bare.measured), 2) : QString(),
-                    figure(median(lateness), 0), QString::number(retransmissions)}};
-    if (hasPeer)
-        rows.append(place + QStringList(QStringLiteral("libmodbus")) + bare.cells() +
-                    QStringList{figure(1, 2), QString(), QString()});
+        row("the editor", all.ours) +
+        QStringList{figure(median(all.lateness), 0), QString::number(all.retransmissions)}};
+    if (!isAlone)
+        rows += {row("libmodbus", all.libmodbus), row("write and read", all.raw)};
     return rows;
 }
 
@@ -240,8 +288,8 @@ int main(int argc, char *argv[])
     return runBenchmark(argc, argv, [] {
         printWakeUps();
         QVector<QStringList> rows{{"line", "catalogue", "requests", "client", "seconds", "line needs",
-                                   "ratio", "spread", "us to next request", "to libmodbus", "drive late, us",
-                                   "retransmissions"}};
+                                   "ratio", "spread", "us to next request", "mean", "to libmodbus",
+                                   "to write and read", "drive late, us", "retransmissions"}};
         const QString only = QCoreApplication::arguments().value(1);
         for (const Line &line : lines) {
             if (!only.isEmpty() && only != QLatin1String(line.name))

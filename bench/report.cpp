@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <numeric>
 
 #include <time.h>
 
@@ -34,6 +35,11 @@ double median(QVector<double> values)
     std::sort(values.begin(), values.end());
     const int middle = values.size() / 2;
     return values.size() % 2 == 1 ? values.at(middle) : (values.at(middle - 1) + values.at(middle)) / 2;
+}
+
+double mean(const QVector<double> &values)
+{
+    return values.isEmpty() ? 0 : std::accumulate(values.begin(), values.end(), 0.0) / values.size();
 }
 
 double medianRatio(const QVector<double> &a, const QVector<double> &b)

@@ -11,6 +11,9 @@
 // The middle value, or the mean of the two middle ones; 0 for none.
 double median(QVector<double> values);
 
+// 0 for none.
+double mean(const QVector<double> &values);
+
 // The median of a[i] / b[i]: runs that stood side by side are compared with each other, so that a machine
 // that slows down meanwhile slows both.
 double medianRatio(const QVector<double> &a, const QVector<double> &b);
