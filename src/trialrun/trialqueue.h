@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The frames that the trial run has still to send, one per reply: the head is on the line, or waits for a
-// calm moment. Main thread; a member of TrialSequence.
+// calm moment. Main thread; a member of TrialDelivery.
 #pragma once
 
 #include "trialrun/trialframes.h"

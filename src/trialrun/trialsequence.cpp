@@ -5,35 +5,29 @@
 #include "link/replies.h"
 #include "link/requests.h"
 
-#include <QThread>
-
 namespace {
 
 constexpr int saveInterval = 100; // ms
-constexpr int calmTime = 250;     // ms, longer than a reply stays doubtful
-constexpr int servoOffTime = 50;  // ms that the drive gets for the control panel before anything else
 constexpr int jogReadDelay = 10;  // ms
-constexpr int doubtLimit = 3;
-constexpr int refusalLimit = 10;
 
 } // namespace
 
 TrialSequence::TrialSequence(QObject *parent)
     : QObject(parent)
     , poll(&exchange)
+    , delivery(&exchange)
 {
     connect(&exchange, &TrialExchange::frameReady, this, &TrialSequence::frameReady);
     connect(&exchange, &TrialExchange::withdrawNeeded, this, &TrialSequence::withdrawNeeded);
-    connect(&exchange, &TrialExchange::sequenceOverdue, this, &TrialSequence::takeUpStalled);
     saveTimer.setInterval(saveInterval);
     connect(&saveTimer, &QTimer::timeout, this, &TrialSequence::saveInitValue);
-    calmTimer.setInterval(calmTime);
-    calmTimer.setSingleShot(true);
-    connect(&calmTimer, &QTimer::timeout, this, [this] {
-        if (currentStage == TrialStage::Saving && frameQueue.isEmpty())
+    connect(&delivery, &TrialDelivery::ranDry, this, [this] {
+        if (isRestoring())
+            finishRestore();
+    });
+    connect(&delivery, &TrialDelivery::calm, this, [this] {
+        if (currentStage == TrialStage::Saving)
             start();
-        else
-            sendHeadFrame(true);
     });
     connect(&poll, &PositionPoll::overdue, this, [this] {
         if (currentStage == TrialStage::Polling && poll.isAllowed())
@@ -79,15 +73,15 @@ void TrialSequence::continueWith(TrialStage stage, const TrialFrames &frames)
     if (isRestoring())
         return;
     currentStage = stage;
-    frameQueue.append(stage, frames);
-    sendHeadFrame();
+    delivery.append(stage, frames);
+    delivery.goOn();
 }
 
 void TrialSequence::startAnew(TrialStage stage, const TrialFrames &frames)
 {
     if (isRestoring())
         return;
-    clearQueue();
+    delivery.clear();
     continueWith(stage, frames);
 }
 
@@ -95,7 +89,7 @@ void TrialSequence::replaceReads(TrialStage stage, const TrialFrames &frames)
 {
     if (isRestoring())
         return;
-    drop([](const TrialQueue::Entry &queued) { return trialStageRule(queued.stage).fills; });
+    delivery.drop([](const TrialQueue::Entry &queued) { return trialStageRule(queued.stage).fills; });
     continueWith(stage, frames);
 }
 
@@ -119,8 +113,8 @@ void TrialSequence::pressMove(TrialStage stage, int distance)
     if (isRestoring())
         return;
     currentStage = stage;
-    frameQueue.append(stage, {distanceFrame(distance), panelFrame(trialpanel::startMove)}, true);
-    sendHeadFrame();
+    delivery.append(stage, {distanceFrame(distance), panelFrame(trialpanel::startMove)}, true);
+    delivery.goOn();
     pressedInVain();
 }
 
@@ -140,12 +134,12 @@ void TrialSequence::settle(TrialStage stage, int panelValue)
     if (isRestoring())
         return;
     currentStage = stage;
-    drop([](const TrialQueue::Entry &queued) { return queued.isHeld; });
+    delivery.drop([](const TrialQueue::Entry &queued) { return queued.isHeld; });
     // Looks at the position that pile up on a disturbed line must not hold this up either.
     if (exchange.hasUnconfirmedPress() || poll.pilesUp())
         takeBack();
     exchange.sendSurely(panelFrame(panelValue), TrialExchange::Kind::Panel);
-    sendHeadFrame();
+    delivery.goOn();
 }
 
 // What was taken back goes out again in its order, but for values of the control panel: the one that follows
@@ -154,61 +148,17 @@ void TrialSequence::takeBack()
 {
     const QList<TrialExchange::Request> unanswered = exchange.withdraw();
     for (const TrialExchange::Request &request : unanswered) {
-        if (request.kind == TrialExchange::Kind::Write) {
+        if (request.kind == TrialExchange::Kind::Write)
             exchange.send(request.frame, TrialExchange::Kind::Write);
-        } else if (request.kind == TrialExchange::Kind::Sequence && frameQueue.isHead(request.id)) {
-            frameQueue.headLost();
-            sendHeadFrame();
-        }
+        else if (request.kind == TrialExchange::Kind::Sequence)
+            delivery.sendAgain(request.id);
     }
-}
-
-void TrialSequence::drop(const std::function<bool(const TrialQueue::Entry &)> &unwanted)
-{
-    if (frameQueue.drop(unwanted))
-        calmTimer.stop();
 }
 
 void TrialSequence::setPolling(bool allowed)
 {
     if (!isRestoring())
         poll.allow(allowed);
-}
-
-void TrialSequence::clearQueue()
-{
-    frameQueue.clear();
-    calmTimer.stop();
-}
-
-void TrialSequence::sendHeadFrame(bool isCalm)
-{
-    if (frameQueue.isEmpty()) {
-        if (isRestoring())
-            finishRestore();
-        return;
-    }
-    if (frameQueue.isHeadSent() || calmTimer.isActive())
-        return;
-    const TrialQueue::Entry head = frameQueue.head();
-    if (isReadReply(head.frame) && !isCalm && exchange.isDoubtful() && !isScopeStreamRunning()) {
-        calmTimer.start();
-        return;
-    }
-    currentAddress = head.frame.mid(2, 2);
-    frameQueue.headSent(exchange.nextId());
-    if (mustArrive(head.frame))
-        exchange.sendSurely(head.frame, TrialExchange::Kind::Sequence);
-    else
-        exchange.send(head.frame, TrialExchange::Kind::Sequence);
-    // The servo goes off before anything else changes.
-    if (!frameQueue.isEmpty() && isRestoring() && currentAddress.toHex().toUpper() == "20CA")
-        QThread::msleep(servoOffTime);
-}
-
-bool TrialSequence::mustArrive(const QByteArray &frame) const
-{
-    return isRestoring() || frame == panelFrame(trialpanel::off);
 }
 
 void TrialSequence::handleReply(const QByteArray &reply)
@@ -222,19 +172,16 @@ void TrialSequence::handleReply(const QByteArray &reply)
             emit positionTold(payloadFromFront(reply));
             readAbsolutePosition();
         }
-    } else if (answered->kind == TrialExchange::Kind::Sequence && frameQueue.isHead(answered->id)) {
-        takeHead(reply);
+    } else if (answered->kind == TrialExchange::Kind::Sequence) {
+        if (const auto head = delivery.take(answered->id, reply))
+            takeAnswer(*head, reply);
     }
 }
 
-void TrialSequence::takeHead(const QByteArray &reply)
+void TrialSequence::takeAnswer(const TrialQueue::Entry &head, const QByteArray &reply)
 {
-    frameQueue.headLost();
-    const TrialQueue::Entry head = frameQueue.head();
-    if (mustAskAgain(head, reply)) {
-        sendHeadFrame();
-        return;
-    }
+    if (isRestoring() && isExceptionReply(reply))
+        restore.countRefusal();
     const TrialStageRule &rule = trialStageRule(head.stage);
     if (rule.saves && !restore.capture(head.frame, reply)) {
         startSavingAnew();
@@ -245,52 +192,18 @@ void TrialSequence::takeHead(const QByteArray &reply)
         emit valueRead(head.stage, addressOfRequest(head.frame), payloadFromFront(reply));
     if (isRestoring() && addressOfRequest(head.frame) == trialregister::panel)
         exchange.panelRestored();
-    frameQueue.takeHead();
-    sendHeadFrame();
+    delivery.finishHead();
     if (head.isLast)
         endBatch(head.stage);
-}
-
-// A request that the link has repeated may be answered twice, and then every answer behind it belongs to the
-// request before. A read is asked again when the line is calm; a write unless its answer names it. What stops
-// the motor, and a restoring write, is tried again when the drive refuses it, as a motor that still turns may
-// make it do.
-bool TrialSequence::mustAskAgain(const TrialQueue::Entry &head, const QByteArray &reply)
-{
-    if (mustArrive(head.frame) && isExceptionReply(reply)) {
-        if (frameQueue.countTry() <= refusalLimit)
-            return true;
-        if (isRestoring())
-            restore.countRefusal();
-        return false;
-    }
-    if (!exchange.isDoubtful() || isScopeStreamRunning() || frameQueue.countTry() > doubtLimit)
-        return false;
-    if (!isReadReply(head.frame) && TrialExchange::fits(head.frame, reply))
-        return false;
-    calmTimer.start();
-    return true;
 }
 
 // Whose answer that was can't be told, nor whose the answers before it were.
 void TrialSequence::startSavingAnew()
 {
-    clearQueue();
+    delivery.clear();
     restore.forget();
     saveTimer.stop();
-    calmTimer.start();
-}
-
-// A reply can get lost on a link that stays open. What belongs to a press waits for the hand, which takes it
-// back, and the restore for its own watch, which a second closing begins.
-void TrialSequence::takeUpStalled()
-{
-    if (!frameQueue.isHeadSent() || frameQueue.head().isHeld || isRestoring())
-        return;
-    exchange.forget(TrialExchange::Kind::Sequence);
-    frameQueue.headLost();
-    drop([](const TrialQueue::Entry &queued) { return isAddressless(queued.frame); });
-    sendHeadFrame();
+    delivery.waitForCalm();
 }
 
 void TrialSequence::endBatch(TrialStage batch)
@@ -306,7 +219,7 @@ void TrialSequence::endBatch(TrialStage batch)
             return;
         currentStage = TrialStage::Idle;
         QTimer::singleShot(jogReadDelay, this, [this] {
-            if (currentStage == TrialStage::Idle && frameQueue.isEmpty())
+            if (currentStage == TrialStage::Idle && delivery.isEmpty())
                 readJogValues();
         });
         return;
@@ -327,16 +240,17 @@ void TrialSequence::linkEnded()
 {
     const QList<TrialExchange::Request> unanswered = exchange.withdraw();
     exchange.forget();
-    frameQueue.headLost();
+    delivery.loseHead();
     if (currentStage == TrialStage::Saving) {
         startSavingAnew();
         return;
     }
     if (isRestoring()) {
-        sendHeadFrame();
+        delivery.goOn();
         return;
     }
-    drop([](const TrialQueue::Entry &queued) { return queued.isHeld || isAddressless(queued.frame); });
+    delivery.drop(
+        [](const TrialQueue::Entry &queued) { return queued.isHeld || isAddressless(queued.frame); });
     bool isPanelUnconfirmed = false;
     for (const TrialExchange::Request &request : unanswered) {
         if (request.kind == TrialExchange::Kind::Write)
@@ -359,7 +273,7 @@ TrialSequence::Closing TrialSequence::requestClose()
         leaveSilently();
         return Closing::Now;
     }
-    const bool pending = !frameQueue.isEmpty();
+    const bool pending = !delivery.isEmpty();
     if (pending && !restore.isDone())
         restore.watch();
     if (restore.isDone())
@@ -368,14 +282,14 @@ TrialSequence::Closing TrialSequence::requestClose()
         return Closing::WhenRestored;
     saveTimer.stop();
     setPolling(false);
-    clearQueue();
+    delivery.clear();
     currentStage = TrialStage::Restoring;
-    frameQueue.append(TrialStage::Restoring, restore.frames());
-    if (frameQueue.isEmpty()) {
+    delivery.append(TrialStage::Restoring, restore.frames());
+    if (delivery.isEmpty()) {
         restore.stopWatch();
         return Closing::Now;
     }
-    sendHeadFrame();
+    delivery.goOn();
     return Closing::WhenRestored;
 }
 
@@ -385,7 +299,7 @@ void TrialSequence::leaveSilently()
 {
     exchange.withdraw();
     exchange.forget();
-    clearQueue();
+    delivery.clear();
     saveTimer.stop();
     restore.stopWatch();
     setPolling(false);
@@ -404,7 +318,7 @@ void TrialSequence::finishRestore()
 
 void TrialSequence::giveUpRestore()
 {
-    if (frameQueue.isEmpty())
+    if (delivery.isEmpty())
         return;
     leaveSilently();
     restore.finish();

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The trial run's conversation with the drive: reads 30 registers, sets the drive up, serves the window, and
-// gives the drive back as it was. The stage table says what a reply means and what follows a batch of frames.
-// Main thread; owned by TrialRun.
+// gives the drive back as it was. The stage table says what a reply means and what follows a batch of frames;
+// how the frames get to the drive is TrialDelivery's. Main thread; owned by TrialRun.
 #pragma once
 
 #include "trialrun/positionpoll.h"
+#include "trialrun/trialdelivery.h"
 #include "trialrun/trialexchange.h"
 #include "trialrun/trialframes.h"
 #include "trialrun/trialqueue.h"
@@ -14,8 +15,6 @@
 #include <QByteArray>
 #include <QObject>
 #include <QTimer>
-
-#include <functional>
 
 class TrialSequence : public QObject
 {
@@ -64,7 +63,7 @@ public:
     TrialStage stage() const { return currentStage; }
     bool isRestoring() const { return currentStage == TrialStage::Restoring; }
     // A table of the drive's values is being read.
-    bool isReadingTable() const { return frameQueue.fillsTable(); }
+    bool isReadingTable() const { return delivery.isReadingTable(); }
 
 signals:
     void frameReady(QByteArray frame);
@@ -83,16 +82,10 @@ signals:
     void restoreFailed();
 
 private:
-    void sendHeadFrame(bool isCalm = false);
-    void takeHead(const QByteArray &reply);
-    bool mustArrive(const QByteArray &frame) const;
-    bool mustAskAgain(const TrialQueue::Entry &head, const QByteArray &reply);
+    void takeAnswer(const TrialQueue::Entry &head, const QByteArray &reply);
     void startSavingAnew();
-    void takeUpStalled();
     void endBatch(TrialStage batch);
-    void clearQueue();
     void takeBack();
-    void drop(const std::function<bool(const TrialQueue::Entry &)> &unwanted);
     void pressedInVain();
     void finishRestore();
     void giveUpRestore();
@@ -100,10 +93,8 @@ private:
 
     TrialExchange exchange;
     PositionPoll poll;
-    TrialQueue frameQueue;
+    TrialDelivery delivery;
     TrialRestore restore;
     TrialStage currentStage = TrialStage::Idle;
-    QByteArray currentAddress; // of the frame last sent from the queue
-    QTimer saveTimer;          // until the link is open
-    QTimer calmTimer;          // until no second answer to an older request can come
+    QTimer saveTimer; // until the link is open
 };
