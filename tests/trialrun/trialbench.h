@@ -63,6 +63,15 @@ inline QList<QByteArray> frames(std::initializer_list<const char *> texts)
 
 const QByteArray positionLook = QByteArray::fromHex("010325eb0002bf33");
 const QByteArray withdrawal = "withdraw"; // stands among the frames
+const QByteArray addressless = wire::frame("0110 0001 02 0064");
+
+// Of a table of cells that are typed wrongly: where, what, and the text of the box that tells it.
+inline void addWrongCellColumns()
+{
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("message");
+}
 
 class TrialBench
 {
@@ -118,6 +127,21 @@ public:
         TrialRunDriver::click(mode);
         settled();
         peer.frames.clear();
+    }
+    // A cell of "Continuous" is typed whose second frame has no address: it has gone out last, and is never
+    // answered.
+    bool waitForAddressless()
+    {
+        if (!waitUntilReady() || !enterStepThree())
+            return false;
+        TrialRunDriver::click(drive().continuous());
+        settled();
+        peer.intercept = [](const QByteArray &request, const QByteArray &usual) {
+            return request == addressless ? QByteArray() : usual;
+        };
+        TrialRunDriver::type(drive().positionTable(), 4, QStringLiteral("100"));
+        settled();
+        return peer.frames.endsWith(addressless);
     }
     // True when as many frames have gone out and no more follow, looks at the position left out.
     bool waitForFrames(int count)

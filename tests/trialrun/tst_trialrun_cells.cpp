@@ -137,9 +137,7 @@ void TrialRunCellsTest::typedCellContinuous()
 
 void TrialRunCellsTest::wrongCellIsToldAndBlanked_data()
 {
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("message");
+    addWrongCellColumns();
     QTest::newRow("not whole") << 0 << "1.5"
                                << "Paramter Value Input Error!";
     QTest::newRow("above") << 0 << "2147483648"

@@ -40,9 +40,7 @@ void TrialRunJogTableTest::typedCellIsWritten()
 
 void TrialRunJogTableTest::wrongCellIsToldAndBlanked_data()
 {
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("message");
+    addWrongCellColumns();
     const QString wrong = QStringLiteral("Paramter Value Input Error!");
     QTest::newRow("too fine") << 0 << "1.25" << wrong;
     QTest::newRow("not whole") << 1 << "1.5" << wrong;

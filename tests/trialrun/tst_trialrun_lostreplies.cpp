@@ -81,16 +81,7 @@ void TrialRunLostRepliesTest::lostTableReadIsAskedAgain()
 void TrialRunLostRepliesTest::addresslessFrameIsNotSentTwice()
 {
     TrialBench bench;
-    QVERIFY(bench.waitUntilReady());
-    QVERIFY(bench.enterStepThree());
-    TrialRunDriver::click(bench.drive().continuous());
-    TrialBench::settled();
-    const QByteArray addressless = wire::frame("0110 0001 02 0064");
-    bench.peer.intercept = [&](const QByteArray &request, const QByteArray &usual) {
-        return request == addressless ? QByteArray() : usual;
-    };
-    TrialRunDriver::type(bench.drive().positionTable(), 4, QStringLiteral("100"));
-    TrialBench::settled();
+    QVERIFY(bench.waitForAddressless());
     bench.peer.frames.clear();
     TrialRunDriver::type(bench.drive().positionTable(), 2, QStringLiteral("7"));
     QVERIFY(bench.sent().isEmpty());
