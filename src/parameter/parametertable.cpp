@@ -7,6 +7,7 @@
 #include "parameter/parametersymbols.h"
 #include "widgets/drawingpace.h"
 #include "widgets/fittedheader.h"
+#include "widgets/steadyheader.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -57,6 +58,8 @@ ParameterTable::ParameterTable(QWidget *parent)
 
 void ParameterTable::buildHeaders()
 {
+    // As Qt makes its own, the vertical one first: in this order they get a new font.
+    setVerticalHeader(new SteadyHeader(Qt::Vertical, this));
     setHorizontalHeader(new FittedHeader(ValueColumn, this));
     const auto symbols = parameterSymbols();
     for (int column = 0; column < parameterSymbolCount; ++column) {

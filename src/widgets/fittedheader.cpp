@@ -7,10 +7,9 @@
 #include <algorithm>
 
 FittedHeader::FittedHeader(int changingColumn, QWidget *table)
-    : QHeaderView(Qt::Horizontal, table)
+    : SteadyHeader(Qt::Horizontal, table)
     , column(changingColumn)
 {
-    setHighlightSections(true); // as the table's own header
 }
 
 int FittedHeader::textWidth(int row) const
@@ -37,30 +36,30 @@ void FittedHeader::dataChanged(const QModelIndex &topLeft, const QModelIndex &bo
             return;
         fittedWidth = width;
     }
-    QHeaderView::dataChanged(topLeft, bottomRight, roles);
+    SteadyHeader::dataChanged(topLeft, bottomRight, roles);
 }
 
 void FittedHeader::rowsInserted(const QModelIndex &parent, int start, int end)
 {
     widths.insert(start, end - start + 1, 0);
-    QHeaderView::rowsInserted(parent, start, end);
+    SteadyHeader::rowsInserted(parent, start, end);
 }
 
 void FittedHeader::rowsAboutToBeRemoved(const QModelIndex &parent, int start, int end)
 {
     widths.remove(start, end - start + 1);
-    QHeaderView::rowsAboutToBeRemoved(parent, start, end);
+    SteadyHeader::rowsAboutToBeRemoved(parent, start, end);
 }
 
 void FittedHeader::reset()
 {
     widths.fill(0, model() ? model()->rowCount() : 0);
-    QHeaderView::reset();
+    SteadyHeader::reset();
 }
 
 void FittedHeader::changeEvent(QEvent *event)
 {
-    QHeaderView::changeEvent(event);
+    SteadyHeader::changeEvent(event);
     if (event->type() != QEvent::FontChange)
         return;
     for (int row = 0; row < widths.size(); ++row)

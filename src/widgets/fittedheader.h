@@ -4,10 +4,10 @@
 // for.
 #pragma once
 
-#include <QHeaderView>
+#include "widgets/steadyheader.h"
 #include <QVector>
 
-class FittedHeader : public QHeaderView
+class FittedHeader : public SteadyHeader
 {
     Q_OBJECT
 
