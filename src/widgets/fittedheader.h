@@ -5,6 +5,7 @@
 #pragma once
 
 #include "widgets/steadyheader.h"
+
 #include <QVector>
 
 class FittedHeader : public SteadyHeader
