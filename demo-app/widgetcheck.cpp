@@ -178,9 +178,9 @@ QVector<WidgetFault> widgetFaults(const QWidget *window)
 bool isOnScreen(const QWidget *window)
 {
     const QScreen *const shownOn = window->screen();
-    return !shownOn || shownOn->geometry()
-                           .adjusted(-rounding, -rounding, rounding, rounding)
-                           .contains(window->frameGeometry());
+    // Of a maximized window Qt may know the frame that it had before, which reached beyond the screen.
+    const QRect taken = window->isMaximized() ? window->geometry() : window->frameGeometry();
+    return !shownOn || shownOn->geometry().adjusted(-rounding, -rounding, rounding, rounding).contains(taken);
 }
 
 QString widgetPath(const QWidget *widget)
