@@ -46,7 +46,7 @@ bool SteadyHeader::viewportEvent(QEvent *event)
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         forget();
     if (event->type() == QEvent::Hide && !parentWidget()->isVisible())
-        return QAbstractItemView::viewportEvent(event);
+        return QAbstractItemView::viewportEvent(event); // NOLINT(bugprone-parent-virtual-call)
     return QHeaderView::viewportEvent(event);
 }
 
