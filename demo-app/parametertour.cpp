@@ -18,6 +18,7 @@
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QTest>
 
@@ -101,7 +102,8 @@ void addConnectionTour(Tour *tour, MainWindow *window)
         {QStringLiteral("connection dialog opens with the simulated drive on top"),
          [window] {
              auto *const ports = Tour::visible<QComboBox>(QStringLiteral("portCombox"));
-             return isOnScreen(window) && ports && ports->currentText().startsWith(QLatin1String("Brennic"));
+             return isOnScreen(window) && window->width() >= window->screen()->availableSize().width() &&
+                    ports && ports->currentText().startsWith(QLatin1String("Brennic"));
          },
          [] {
              auto *const bauds = Tour::visible<QComboBox>(QStringLiteral("baudCombox"));

@@ -156,10 +156,16 @@ void Finder::look(const QWidget *widget)
 // Of windows whose frame has an odd number of the screen's pixels on a screen with two for one.
 constexpr int rounding = 2; // pixels
 
+// Of a maximized window Qt may know the frame that it had before, which reaches over the screen's edges.
+QRect placeOf(const QWidget *window)
+{
+    return window->isMaximized() ? window->geometry() : window->frameGeometry();
+}
+
 // A window that its screen has no room for.
 bool isLargerThanScreen(const QWidget *window)
 {
-    const QSize frame = window->frameGeometry().size() - QSize(rounding, rounding);
+    const QSize frame = placeOf(window).size() - QSize(rounding, rounding);
     const QScreen *const shownOn = window->screen();
     return shownOn && frame.boundedTo(shownOn->size()) != frame;
 }
@@ -178,9 +184,8 @@ QVector<WidgetFault> widgetFaults(const QWidget *window)
 bool isOnScreen(const QWidget *window)
 {
     const QScreen *const shownOn = window->screen();
-    // Of a maximized window Qt may know the frame that it had before, which reached beyond the screen.
-    const QRect taken = window->isMaximized() ? window->geometry() : window->frameGeometry();
-    return !shownOn || shownOn->geometry().adjusted(-rounding, -rounding, rounding, rounding).contains(taken);
+    return !shownOn ||
+           shownOn->geometry().adjusted(-rounding, -rounding, rounding, rounding).contains(placeOf(window));
 }
 
 QString widgetPath(const QWidget *widget)
